@@ -5,7 +5,7 @@ namespace velmorak {
 // Window changes that a failed exchange asks for. The session implements them on the main
 // window; tests record them.
 class LinkReactions {
-public:
+  public:
     virtual ~LinkReactions() = default;
     // Unload every window; unloading the main window ends the program.
     virtual void unloadAll() = 0;

@@ -13,12 +13,18 @@ const char* const ModFunctions::kNoUsb = "No USB connection. ";
 
 namespace {
 
-QByteArray keyword(const char* k) { return QByteArray(k, 4); }
+QByteArray keyword(const char* k) {
+    return QByteArray(k, 4);
+}
 
-char byteOf(int v) { return static_cast<char>(v & 0xFF); }
+char byteOf(int v) {
+    return static_cast<char>(v & 0xFF);
+}
 
 // A reply shorter than the head gives one NUL character.
-QByteArray nulText() { return QByteArray(1, '\0'); }
+QByteArray nulText() {
+    return QByteArray(1, '\0');
+}
 
 // The read that runs past the end of its reply.
 struct ReplyIndexError : std::runtime_error {

@@ -16,7 +16,7 @@ struct CardState;
 // Every frame of the card protocol. Each function opens the port, does one exchange and closes
 // it again; byte texts (QByteArray) carry any byte, NUL included.
 class ModFunctions {
-public:
+  public:
     ModFunctions(CardState& state, Host& host, Transport& port, Dialogs& dialogs,
                  LinkReactions& reactions);
 
@@ -45,7 +45,7 @@ public:
     // another port error (a port held by another program never frees itself).
     static constexpr int kMaxOpenRetries = 3;
 
-private:
+  private:
     enum class Fn {
         WriteM2,
         WriteDB,

@@ -9,7 +9,9 @@ int at(const QByteArray& block, int pos) {
     return static_cast<unsigned char>(block.at(pos - 1));
 }
 
-static int byteOr0(const QByteArray& block, int pos) { return qMax(0, at(block, pos)); }
+static int byteOr0(const QByteArray& block, int pos) {
+    return qMax(0, at(block, pos));
+}
 
 qint16 cardWord(const QByteArray& block) {
     const int hi = byteOr0(block, 21);
@@ -17,12 +19,24 @@ qint16 cardWord(const QByteArray& block) {
     return static_cast<qint16>(hi * 256 + byteOr0(block, 22));
 }
 
-bool isRgb(const QByteArray& block) { return (byteOr0(block, 9) & 0x80) != 0; }
-bool isShv(const QByteArray& block) { return (byteOr0(block, 9) & 0x40) != 0; }
-int fibres(const QByteArray& block) { return (byteOr0(block, 9) & 0x04) ? 1 : 2; }
-int syncV(const QByteArray& block) { return byteOr0(block, 15) * 256 + byteOr0(block, 16); }
-int syncH(const QByteArray& block) { return byteOr0(block, 17) * 256 + byteOr0(block, 18); }
-int firmwareMajor(const QByteArray& block) { return byteOr0(block, 23); }
+bool isRgb(const QByteArray& block) {
+    return (byteOr0(block, 9) & 0x80) != 0;
+}
+bool isShv(const QByteArray& block) {
+    return (byteOr0(block, 9) & 0x40) != 0;
+}
+int fibres(const QByteArray& block) {
+    return (byteOr0(block, 9) & 0x04) ? 1 : 2;
+}
+int syncV(const QByteArray& block) {
+    return byteOr0(block, 15) * 256 + byteOr0(block, 16);
+}
+int syncH(const QByteArray& block) {
+    return byteOr0(block, 17) * 256 + byteOr0(block, 18);
+}
+int firmwareMajor(const QByteArray& block) {
+    return byteOr0(block, 23);
+}
 
 QString firmwareText(const QByteArray& block) {
     return Str(byteOr0(block, 23)) + "." + QString::number(byteOr0(block, 24));
@@ -30,7 +44,9 @@ QString firmwareText(const QByteArray& block) {
 
 } // namespace ParamBlock
 
-QString Str(qint64 n) { return (n >= 0 ? QStringLiteral(" ") : QString()) + QString::number(n); }
+QString Str(qint64 n) {
+    return (n >= 0 ? QStringLiteral(" ") : QString()) + QString::number(n);
+}
 
 OsVersion GetVersionInfo() {
     // Later systems than those the version table names count as "Windows NT".

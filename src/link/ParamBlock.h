@@ -20,14 +20,16 @@ int at(const QByteArray& block, int pos);
 
 // Card word of positions 21 and 22; throws OverflowError for a high byte of 128 or more.
 qint16 cardWord(const QByteArray& block);
-inline bool isReceiver(qint16 cardWord) { return (cardWord & 1) != 0; }
+inline bool isReceiver(qint16 cardWord) {
+    return (cardWord & 1) != 0;
+}
 
 // Position 9, status byte 1.
-bool isRgb(const QByteArray& block);   // bit 7 set
-bool isShv(const QByteArray& block);   // bit 6 set, else SOG
-int fibres(const QByteArray& block);   // bit 2 set: one fibre, else two
-int syncV(const QByteArray& block);    // positions 15, 16
-int syncH(const QByteArray& block);    // positions 17, 18
+bool isRgb(const QByteArray& block); // bit 7 set
+bool isShv(const QByteArray& block); // bit 6 set, else SOG
+int fibres(const QByteArray& block); // bit 2 set: one fibre, else two
+int syncV(const QByteArray& block);  // positions 15, 16
+int syncH(const QByteArray& block);  // positions 17, 18
 int firmwareMajor(const QByteArray& block);
 // The firmware text of the main window: Str(major) & "." & Format(minor).
 QString firmwareText(const QByteArray& block);

@@ -13,7 +13,9 @@ SerialTransport::~SerialTransport() {
     if (port_.isOpen()) port_.close();
 }
 
-QString SerialTransport::deviceName() const { return portDeviceName(number_, settings_); }
+QString SerialTransport::deviceName() const {
+    return portDeviceName(number_, settings_);
+}
 
 void SerialTransport::onError(QSerialPort::SerialPortError e) {
     switch (e) {

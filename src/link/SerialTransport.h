@@ -13,7 +13,7 @@ class Settings;
 // error report instead of spinning.
 class SerialTransport : public QObject, public Transport {
     Q_OBJECT
-public:
+  public:
     explicit SerialTransport(const Settings& settings, QObject* parent = nullptr);
     ~SerialTransport() override;
 
@@ -29,7 +29,7 @@ public:
 
     QString deviceName() const;
 
-private:
+  private:
     void onError(QSerialPort::SerialPortError e);
     void throwIfGone();
 

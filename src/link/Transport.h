@@ -15,7 +15,7 @@ enum class PortFault {
 };
 
 class PortError : public std::runtime_error {
-public:
+  public:
     PortError(PortFault f, const QString& what)
         : std::runtime_error(what.toStdString()), fault(f) {}
     PortFault fault;
@@ -24,7 +24,7 @@ public:
 // The serial port as the link functions use it: opened and closed around every exchange.
 // Operations that fail throw PortError.
 class Transport {
-public:
+  public:
     virtual ~Transport() = default;
     // The port the next open() uses, by its COM number.
     virtual void setCommPort(int number) = 0;

@@ -22,7 +22,9 @@ qint64 monotonicMs() {
 
 RealHost::RealHost() : start_(monotonicMs()) {}
 
-qint64 RealHost::now() const { return monotonicMs() - start_; }
+qint64 RealHost::now() const {
+    return monotonicMs() - start_;
+}
 
 void RealHost::sleep(int ms) {
     if (ms > 0) QThread::msleep(static_cast<unsigned long>(ms));
@@ -41,7 +43,8 @@ void VirtualHost::sleep(int ms) {
 void VirtualHost::pump() {
     ++pumps_;
     advanceTo(now_ + 1);
-    for (std::size_t i = 0; i < pumpHooks_.size(); ++i) pumpHooks_[i]();
+    for (std::size_t i = 0; i < pumpHooks_.size(); ++i)
+        pumpHooks_[i]();
 }
 
 void VirtualHost::schedule(qint64 at, std::function<void()> fn) {

@@ -10,7 +10,7 @@ namespace velmorak {
 // Clock, sleep and event pump of the one UI thread. Every pause the card needs goes through
 // sleep(), so a virtual clock can replay the whole timeline of an exchange in microseconds.
 class Host {
-public:
+  public:
     virtual ~Host() = default;
     // Milliseconds since the host started.
     virtual qint64 now() const = 0;
@@ -22,20 +22,20 @@ public:
 
 // Wall clock and the Qt event loop.
 class RealHost : public Host {
-public:
+  public:
     RealHost();
     qint64 now() const override;
     void sleep(int ms) override;
     void pump() override;
 
-private:
+  private:
     qint64 start_;
 };
 
 // Virtual milliseconds for tests. sleep() advances the clock; pump() advances it by one
 // millisecond and runs whatever was scheduled up to then, so a wait loop always progresses.
 class VirtualHost : public Host {
-public:
+  public:
     qint64 now() const override { return now_; }
     void sleep(int ms) override;
     void pump() override;
@@ -47,7 +47,7 @@ public:
     int pumpCount() const { return pumps_; }
     qint64 sleptMs() const { return slept_; }
 
-private:
+  private:
     void advanceTo(qint64 t);
     struct Job {
         qint64 at;

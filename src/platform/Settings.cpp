@@ -11,8 +11,7 @@ QtSettingsStore::QtSettingsStore(const QString& iniPath)
 
 QtSettingsStore::~QtSettingsStore() = default;
 
-QString QtSettingsStore::get(const QString& section, const QString& key,
-                             const QString& def) const {
+QString QtSettingsStore::get(const QString& section, const QString& key, const QString& def) const {
     return s_->value(section + "/" + key, def).toString();
 }
 
@@ -21,6 +20,8 @@ void QtSettingsStore::save(const QString& section, const QString& key, const QSt
     s_->sync();
 }
 
-QString QtSettingsStore::fileName() const { return s_->fileName(); }
+QString QtSettingsStore::fileName() const {
+    return s_->fileName();
+}
 
 } // namespace velmorak

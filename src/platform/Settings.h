@@ -10,7 +10,7 @@ namespace velmorak {
 
 // Per-user section/key store (GetSetting / SaveSetting).
 class Settings {
-public:
+  public:
     virtual ~Settings() = default;
     virtual QString get(const QString& section, const QString& key,
                         const QString& def = QString()) const = 0;
@@ -20,7 +20,7 @@ public:
 // QSettings under organization and application "Velmorak": the registry on Windows,
 // $XDG_CONFIG_HOME/Velmorak/Velmorak.conf on Linux.
 class QtSettingsStore : public Settings {
-public:
+  public:
     QtSettingsStore();
     // A given ini file, for tests and portable installs.
     explicit QtSettingsStore(const QString& iniPath);
@@ -30,7 +30,7 @@ public:
     void save(const QString& section, const QString& key, const QString& value) override;
     QString fileName() const;
 
-private:
+  private:
     std::unique_ptr<QSettings> s_;
 };
 
