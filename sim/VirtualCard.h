@@ -1,0 +1,113 @@
+#pragma once
+
+#include "sim/VideoTiming.h"
+
+#include <QByteArray>
+
+#include <array>
+#include <optional>
+
+namespace velmorak::sim {
+
+// What card the model is, and what it is connected to.
+struct CardConfig {
+    bool receiver = false;
+    bool rgb = true;
+    int fibres = 2;
+    bool shv = false; // sync on separate H and V lines; false: sync on green
+    int firmwareMajor = 2;
+    int firmwareMinor = 3;
+    std::optional<VideoMode> source = VideoMode{1024, 768, 75};
+    bool monitorAttached = true;
+    // Switch k of the card's ten-position switch is bit k. Switches 0, 1 and 5 are the
+    // RGB, SHV and fibre settings above and are taken from those.
+    int switches = 0;
+    // Two-bit LED codes: high bit good, low bit fault.
+    int ledDiagnostics = 2;
+    int ledTxError = 2;
+    int ledRxError = 2;
+    // A register of chip refuseChip that silently keeps its value on every write (-1: none).
+    int refuseChip = 32;
+    int refuseRegister = -1;
+};
+
+// Misbehaviour on command.
+struct Faults {
+    bool silent = false; // no replies at all
+    int shortReply = -1; // every reply cut to its first N bytes (-1: whole replies)
+    int unplugAfter = 0; // the card vanishes after taking frame N, unanswered (0: never)
+    int delayMs = 0;     // extra time before each reply
+};
+
+// The card's firmware: memories, commands and measurement.
+class VirtualCard {
+  public:
+    static constexpr int kAd9888Regs = 0x1A;
+    static constexpr int kTxRegs = 0x40;
+    static constexpr int kLaserImage = 28;
+    static constexpr int kLaserSerial = 5;
+    static constexpr int kMonitorSize = 256;
+    static constexpr int kDataSize = 65536;
+    static constexpr int kMinPayload = 26;
+    static constexpr int kVersionAddress = 0x18E0;
+    static constexpr int kPresetArea = 0x2000;
+
+    explicit VirtualCard(const CardConfig& config = {});
+
+    const CardConfig& config() const { return cfg_; }
+    // A new source (or none) and what the chips report about it.
+    void setSource(std::optional<VideoMode> source);
+    void setMonitorAttached(bool attached) { cfg_.monitorAttached = attached; }
+    void setRefusedRegister(int chip, int reg);
+
+    const Faults& faults() const { return faults_; }
+    void setFaults(const Faults& f) { faults_ = f; }
+
+    // Takes one frame; returns the reply as sent on the line (empty: no reply).
+    // Faults apply here, except the delay, which belongs to the line.
+    QByteArray receive(const QByteArray& frame);
+    // The reply to a frame without faults and without counting it.
+    QByteArray answer(const QByteArray& frame);
+    bool unplugged() const { return unplugged_; }
+    int framesTaken() const { return frames_; }
+
+    // The parameter block, positions 1..26.
+    QByteArray paramBlock() const;
+    SyncCounts syncCounts() const;
+
+    int ad9888(int reg) const { return ad_.at(reg); }
+    int transmitter(int reg) const { return tx_.at(reg); }
+    QByteArray laserImage() const;
+    QByteArray laserSerial() const;
+    QByteArray monitorMemory() const;
+    QByteArray dataMemory(int address, int count) const;
+    void setMonitorMemory(int offset, const QByteArray& bytes);
+    void setDataMemory(int address, const QByteArray& bytes);
+
+    // Register numbers that keep their value on writes.
+    static bool ad9888ReadOnly(int reg);
+    static bool transmitterReadOnly(int reg);
+    // The monitor data the card starts with: one EDID block, then erased memory.
+    static QByteArray defaultEdid(bool digital);
+
+  private:
+    QByteArray readEE(int chip, int sel) const;
+    void writeEE(int chip, int sel, const QByteArray& data);
+    void writeRegister(int chip, int reg, int value);
+    QByteArray readRegisters(int chip, int reg, int count) const;
+    void applySource();
+    void initData();
+
+    CardConfig cfg_;
+    Faults faults_;
+    std::array<quint8, kAd9888Regs> ad_{};
+    std::array<quint8, kTxRegs> tx_{};
+    std::array<quint8, kLaserImage> laser_{};
+    std::array<quint8, kLaserSerial> serial_{};
+    QByteArray monitor_;
+    QByteArray data_;
+    int frames_ = 0;
+    bool unplugged_ = false;
+};
+
+} // namespace velmorak::sim

@@ -1,0 +1,248 @@
+// The card model on its own: frames in, replies out, memories behind them.
+#include "sim/VirtualCard.h"
+
+#include <gtest/gtest.h>
+
+using namespace velmorak::sim;
+
+namespace {
+
+QByteArray frame(const char* key, std::initializer_list<int> bytes, const QByteArray& tail = {}) {
+    QByteArray f(key, 4);
+    for (int b : bytes)
+        f += static_cast<char>(b);
+    return f + tail;
+}
+
+QByteArray pattern(int n, int start) {
+    QByteArray b;
+    for (int i = 0; i < n; ++i)
+        b += static_cast<char>(start + i);
+    return b;
+}
+
+int u8(const QByteArray& b, int i) {
+    return static_cast<quint8>(b.at(i));
+}
+
+} // namespace
+
+TEST(VirtualCard, ReplyLengthsAndHeads) {
+    struct Case {
+        const char* name;
+        QByteArray frame;
+        int length;
+    };
+    const Case cases[] = {
+        {"probe", "5USB", 6},
+        {"params", frame("PARR", {0, 0}), 32},
+        {"ad9888 image", frame("RDEE", {32, 255}), 32},
+        {"ad9888 short", frame("RDEE", {32, 254}), 32},
+        {"tx image", frame("RDEE", {96, 255}), 32},
+        {"tx short", frame("RDEE", {96, 254}), 32},
+        {"laser image", frame("RDEE", {64, 255}), 34},
+        {"laser serial", frame("RDEE", {88, 255}), 32},
+        {"monitor", frame("RDEE", {128, 240}), 32},
+        {"single register", frame("RDEE", {32, 4}), 9},
+        {"data 66", frame("RDDB", {166, 66, 0x20, 0}), 72},
+        {"data 30", frame("RDDB", {166, 30, 0, 0}), 36},
+        {"data 8 padded", frame("RDDB", {166, 8, 0, 0}), 32},
+        {"refresh monitor", "CMDRRMON", 8},
+        {"send monitor on", "CMDRTMIN", 8},
+        {"register write", frame("WREE", {32, 4}, "A"), 0},
+        {"block write", frame("WREE", {32, 255}, pattern(23, 1)), 0},
+        {"data write", frame("WRDB", {166, 66, 0, 0}, "x"), 0},
+        {"monitor write", frame("WRM2", {0, 'M'}, "x"), 0},
+        {"unknown keyword", frame("ABCD", {1, 2}), 0},
+        {"unknown chip", frame("RDEE", {50, 255}), 0},
+        {"other data device", frame("RDDB", {160, 30, 0, 0}), 0},
+        {"truncated read", "RDEE", 0},
+    };
+    for (const Case& c : cases) {
+        VirtualCard card;
+        const QByteArray r = card.receive(c.frame);
+        EXPECT_EQ(r.size(), c.length) << c.name;
+        if (c.length > 6) {
+            EXPECT_EQ(r.left(6), c.frame.left(6)) << c.name;
+        }
+    }
+}
+
+TEST(VirtualCard, ProbeAnswersWithFirmware) {
+    CardConfig cfg;
+    cfg.firmwareMajor = 1;
+    cfg.firmwareMinor = 9;
+    VirtualCard card(cfg);
+    EXPECT_EQ(card.receive("5USB"), QByteArray("5DVI\x01\x09"));
+}
+
+TEST(VirtualCard, SingleRegisterWritesAndReadOnlyRegisters) {
+    struct Case {
+        int chip, reg, value;
+        bool kept; // the register ignores the write
+    };
+    const Case cases[] = {
+        {32, 0x04, 0x5A, false}, {32, 0x17, 0x11, false}, {32, 0x00, 0x77, true},
+        {32, 0x14, 0x00, true},  {32, 0x19, 0x33, true},  {96, 0x08, 0x3C, false},
+        {96, 0x33, 0x01, false}, {96, 0x02, 0x99, true},  {96, 0x3B, 0x05, true},
+        {64, 5, 0x77, false},    {64, 27, 0x01, false},   {88, 2, 'Z', false},
+    };
+    for (const Case& c : cases) {
+        VirtualCard card;
+        const QByteArray before = card.receive(frame("RDEE", {c.chip, c.reg}));
+        ASSERT_EQ(before.size(), 9);
+        card.receive(frame("WREE", {c.chip, c.reg, c.value}));
+        const QByteArray after = card.receive(frame("RDEE", {c.chip, c.reg}));
+        ASSERT_EQ(after.size(), 9);
+        EXPECT_EQ(u8(after, 6), c.kept ? u8(before, 6) : c.value) << c.chip << "/" << c.reg;
+        EXPECT_EQ(after.mid(7), before.mid(7)) << "neighbours untouched";
+    }
+}
+
+TEST(VirtualCard, AdBlockWriteSkipsRevisionAndStatus) {
+    VirtualCard card;
+    const int rev = card.ad9888(0x00);
+    const int status = card.ad9888(0x14);
+    ASSERT_NE(status, 0) << "a source is present";
+    const QByteArray block = pattern(23, 0x10);
+    card.receive(frame("WREE", {32, 255}, block));
+    const QByteArray img = card.receive(frame("RDEE", {32, 255})).mid(6);
+    ASSERT_EQ(img.size(), 26);
+    EXPECT_EQ(u8(img, 0), rev);
+    for (int r = 1; r <= 0x17; ++r)
+        EXPECT_EQ(u8(img, r), r == 0x14 ? status : 0x10 + r - 1) << r;
+    const QByteArray shortRead = card.receive(frame("RDEE", {32, 254})).mid(6);
+    EXPECT_EQ(u8(shortRead, 0), card.ad9888(0x18));
+    EXPECT_EQ(u8(shortRead, 1), card.ad9888(0x19));
+    EXPECT_EQ(shortRead.mid(2), QByteArray(24, '\0'));
+}
+
+TEST(VirtualCard, RefusedRegisterKeepsItsValue) {
+    CardConfig cfg;
+    cfg.refuseRegister = 0x05;
+    VirtualCard card(cfg);
+    const int old = card.ad9888(0x05);
+    card.receive(frame("WREE", {32, 255}, QByteArray(23, char(0x33))));
+    card.receive(frame("WREE", {32, 0x05, 0x44}));
+    EXPECT_EQ(card.ad9888(0x05), old);
+    EXPECT_EQ(card.ad9888(0x06), 0x33);
+    card.setRefusedRegister(96, 0x08);
+    card.receive(frame("WREE", {96, 0x08, 0x01}));
+    EXPECT_NE(card.transmitter(0x08), 0x01);
+    card.receive(frame("WREE", {32, 0x05, 0x44}));
+    EXPECT_EQ(card.ad9888(0x05), 0x44);
+}
+
+TEST(VirtualCard, TransmitterBlockCoversItsElevenRegisters) {
+    VirtualCard card;
+    card.receive(frame("WREE", {96, 255}, pattern(11, 0xA0)));
+    const QByteArray low = card.receive(frame("RDEE", {96, 255})).mid(6);
+    const QByteArray high = card.receive(frame("RDEE", {96, 254})).mid(6);
+    EXPECT_EQ(low.mid(8, 3), pattern(3, 0xA0)) << "08H..0AH";
+    QByteArray want = pattern(8, 0xA3);
+    want[3] = '\0'; // 35H is reserved and keeps its value
+    EXPECT_EQ(high.left(8), want) << "32H..39H";
+    EXPECT_EQ(low.mid(15), QByteArray(11, '\0')) << "padding";
+    EXPECT_EQ(high.mid(12), QByteArray(14, '\0')) << "padding";
+    EXPECT_EQ(low.left(4), QByteArray("\x47\x1D\x21\x0A", 4)) << "identity untouched";
+}
+
+TEST(VirtualCard, LaserImageAndSerialRoundTrip) {
+    VirtualCard card;
+    const QByteArray image = pattern(28, 0x40);
+    card.receive(frame("WREE", {64, 255}, image));
+    EXPECT_EQ(card.receive(frame("RDEE", {64, 255})).mid(6), image);
+    card.receive(frame("WREE", {88, 255}, "Q7731"));
+    const QByteArray s = card.receive(frame("RDEE", {88, 255})).mid(6);
+    EXPECT_EQ(s.left(5), QByteArray("Q7731"));
+    EXPECT_EQ(s.mid(5), QByteArray(21, '\0'));
+}
+
+TEST(VirtualCard, MonitorSlicesRoundTrip) {
+    struct Slice {
+        int offset, length;
+    };
+    const Slice slices[] = {{0, 24},   {24, 24},  {48, 24},  {72, 24},  {96, 16},  {112, 16},
+                            {128, 24}, {152, 24}, {176, 24}, {200, 24}, {224, 16}, {240, 16}};
+    VirtualCard card;
+    QByteArray all;
+    for (const Slice& s : slices) {
+        const QByteArray data = pattern(s.length, s.offset + 3);
+        card.receive(frame("WRM2", {s.offset, 'M'}, data));
+        all += data;
+    }
+    EXPECT_EQ(card.monitorMemory(), all);
+    for (const Slice& s : slices) {
+        const QByteArray r = card.receive(frame("RDEE", {128, s.offset})).mid(6);
+        ASSERT_EQ(r.size(), 26);
+        const int inside = std::min(26, 256 - s.offset);
+        EXPECT_EQ(r.left(inside), all.mid(s.offset, inside)) << s.offset;
+        EXPECT_EQ(r.mid(inside), QByteArray(26 - inside, '\0')) << s.offset;
+    }
+}
+
+TEST(VirtualCard, DataMemoryRoundTripsAndWraps) {
+    struct Case {
+        int address, length, count;
+    };
+    const Case cases[] = {
+        {0x0000, 32, 30}, {0x0500, 96, 66}, {0x18E0, 24, 66}, {0x2000, 66, 66}, {0xFFF0, 40, 66},
+    };
+    for (const Case& c : cases) {
+        VirtualCard card;
+        const QByteArray data = pattern(c.length, c.address & 0x7F);
+        EXPECT_TRUE(card.receive(frame("WRDB", {166, 66, c.address >> 8, c.address & 0xFF}, data))
+                        .isEmpty());
+        const QByteArray r =
+            card.receive(frame("RDDB", {166, c.count, c.address >> 8, c.address & 0xFF})).mid(6);
+        ASSERT_EQ(r.size(), c.count);
+        const int n = std::min(c.length, c.count);
+        EXPECT_EQ(r.left(n), data.left(n)) << c.address;
+        EXPECT_EQ(card.dataMemory(c.address, c.length), data) << c.address;
+    }
+    VirtualCard card;
+    card.receive(frame("WRDB", {166, 66, 0xFF, 0xFE}, "abcd"));
+    EXPECT_EQ(card.dataMemory(0, 2), QByteArray("cd")) << "wraps at 64 KiB";
+}
+
+TEST(VirtualCard, StartsWithRecordsInDataMemory) {
+    VirtualCard card;
+    const QByteArray version = card.receive(frame("RDDB", {166, 66, 24, 224})).mid(6);
+    EXPECT_EQ(version.left(24), QByteArray("UVersion 2.06 01/23/2009"));
+    EXPECT_EQ(version.mid(8, 6), QByteArray(" 2.06 "));
+    const QByteArray counters = card.dataMemory(0, 30);
+    EXPECT_EQ(u8(counters, 1) + 256 * u8(counters, 2) + 65536 * u8(counters, 3), 412);
+    EXPECT_EQ(int((u8(counters, 4) - 42) * 0.6), 48);
+    EXPECT_EQ(card.dataMemory(0x40, 30).trimmed(), QByteArray("VK-4410-TX"));
+    EXPECT_EQ(card.dataMemory(0x60, 30).size(), 30);
+    const int firstRepair = u8(card.dataMemory(0x500, 1), 0);
+    EXPECT_TRUE(firstRepair < 30 || firstRepair > 127) << "empty table of repairs";
+}
+
+TEST(VirtualCard, MonitorDataIsAValidEdid) {
+    for (bool digital : {false, true}) {
+        CardConfig cfg;
+        cfg.rgb = !digital;
+        VirtualCard card(cfg);
+        const QByteArray e = card.monitorMemory();
+        ASSERT_EQ(e.size(), 256);
+        EXPECT_EQ(e.left(8), QByteArray("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00", 8));
+        int sum = 0;
+        for (int i = 0; i < 128; ++i)
+            sum += u8(e, i);
+        EXPECT_EQ(sum % 256, 0);
+        EXPECT_EQ(u8(e, 20), digital ? 0x80 : 0x0F);
+        EXPECT_EQ(u8(e, 126), 0) << "no extension block";
+        // Preferred timing: 1280 x 1024.
+        EXPECT_EQ(u8(e, 56) + ((u8(e, 58) & 0xF0) << 4), 1280);
+        EXPECT_EQ(u8(e, 59) + ((u8(e, 61) & 0xF0) << 4), 1024);
+    }
+}
+
+TEST(VirtualCard, MonitorCommandsFollowTheAttachedMonitor) {
+    VirtualCard card;
+    EXPECT_EQ(card.receive("CMDRRMON").mid(6), QByteArray("OK"));
+    card.setMonitorAttached(false);
+    EXPECT_EQ(card.receive("CMDRRMON").mid(6), QByteArray("NO"));
+    EXPECT_EQ(card.receive("CMDRTMIN").mid(6), QByteArray("OK"));
+}
