@@ -246,6 +246,19 @@ QByteArray VirtualCard::readEE(int chip, int sel) const {
     }
 }
 
+int VirtualCard::registerValue(int chip, int reg) const {
+    return reg < 0 ? 0 : static_cast<quint8>(readRegisters(chip, reg, 1).at(0));
+}
+
+void VirtualCard::setRegister(int chip, int reg, int value) {
+    const auto v = static_cast<quint8>(value);
+    if (reg < 0) return;
+    if (chip == kChipAd9888 && reg < kAd9888Regs) ad_[reg] = v;
+    if (chip == kChipTx && reg < kTxRegs) tx_[reg] = v;
+    if (chip == kChipLaser && reg < kLaserImage) laser_[reg] = v;
+    if (chip == kChipSerial && reg < kLaserSerial) serial_[reg] = v;
+}
+
 void VirtualCard::writeRegister(int chip, int reg, int value) {
     if (chip == cfg_.refuseChip && reg == cfg_.refuseRegister) return;
     const auto v = static_cast<quint8>(value);

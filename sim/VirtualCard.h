@@ -69,12 +69,17 @@ class VirtualCard {
     // The reply to a frame without faults and without counting it.
     QByteArray answer(const QByteArray& frame);
     bool unplugged() const { return unplugged_; }
+    // The card vanishes now, as if pulled out.
+    void unplug() { unplugged_ = true; }
     int framesTaken() const { return frames_; }
 
     // The parameter block, positions 1..26.
     QByteArray paramBlock() const;
     SyncCounts syncCounts() const;
 
+    // Any register or byte of chip 32, 96, 64 or 88 (0 outside); the setter ignores read-only.
+    int registerValue(int chip, int reg) const;
+    void setRegister(int chip, int reg, int value);
     int ad9888(int reg) const { return ad_.at(reg); }
     int transmitter(int reg) const { return tx_.at(reg); }
     QByteArray laserImage() const;

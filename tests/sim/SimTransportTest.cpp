@@ -155,6 +155,28 @@ TEST(SimTransport, UnplugMidExchange) {
     EXPECT_EQ(b.port.traceLines().filter(" < ").size(), 2);
 }
 
+TEST(SimTransport, CardPulledWhileThePortIsOpen) {
+    struct Case {
+        const char* name;
+        std::function<void(SimTransport&)> op;
+    };
+    const Case cases[] = {
+        {"write", [](SimTransport& p) { p.write("5USB"); }},
+        {"bytesAvailable", [](SimTransport& p) { p.bytesAvailable(); }},
+        {"readAll", [](SimTransport& p) { p.readAll(); }},
+        {"clearInput", [](SimTransport& p) { p.clearInput(); }},
+    };
+    for (const Case& c : cases) {
+        Bench b;
+        b.port.open();
+        b.card.unplug();
+        EXPECT_EQ(faultOf([&] { c.op(b.port); }), PortFault::DeviceGone) << c.name;
+        EXPECT_FALSE(b.port.isOpen()) << c.name;
+        b.port.close();
+        EXPECT_EQ(faultOf([&] { b.port.open(); }), PortFault::Other) << c.name;
+    }
+}
+
 // The tool's own link functions over the virtual card.
 struct LinkBench : Bench {
     explicit LinkBench(const CardConfig& cfg = {})

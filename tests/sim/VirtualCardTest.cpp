@@ -246,3 +246,16 @@ TEST(VirtualCard, MonitorCommandsFollowTheAttachedMonitor) {
     EXPECT_EQ(card.receive("CMDRRMON").mid(6), QByteArray("NO"));
     EXPECT_EQ(card.receive("CMDRTMIN").mid(6), QByteArray("OK"));
 }
+
+TEST(VirtualCard, TestHooksSetAnyRegisterAndPullTheCard) {
+    VirtualCard card;
+    card.setRegister(32, 0x14, 0x00);
+    card.setRegister(96, 0x3A, 0x12);
+    card.setRegister(88, 4, 'x');
+    EXPECT_EQ(card.registerValue(32, 0x14), 0x00);
+    EXPECT_EQ(card.registerValue(96, 0x3A), 0x12);
+    EXPECT_EQ(card.laserSerial().at(4), 'x');
+    EXPECT_EQ(card.registerValue(32, 0x40), 0) << "outside the chip";
+    card.unplug();
+    EXPECT_TRUE(card.receive("5USB").isEmpty());
+}
