@@ -198,6 +198,10 @@ QStringList ValidateSeed(const SeedSource& src) {
     for (int i = 1; i < hBorders.size(); ++i)
         if (hBorders.at(i).toInt() <= hBorders.at(i - 1).toInt()) problems << "H borders must rise";
     if (groups.size() > 16) problems << "more than 16 groups";
+    // H is at most 65535 / 2; a last border above it keeps nH below 17, whose code would alias
+    // slot 1 of the next group.
+    if (hBorders.isEmpty() || hBorders.last().toInt() <= 32768)
+        problems << "the last H border must lie above 32768";
 
     QSet<int> codes;
     QSet<QString> names;

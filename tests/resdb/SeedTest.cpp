@@ -52,7 +52,7 @@ QByteArray block(int v, int h) {
 TEST_F(SeedTest, ListsComeFromTheTables) {
     EXPECT_EQ(lists.lstVGroup, QStringList({"56", "60", "65", "70", "72", "75", "85"}));
     EXPECT_EQ(lists.lstVBorders.size(), 8);
-    EXPECT_EQ(lists.lstHBorders.size(), 9);
+    EXPECT_EQ(lists.lstHBorders.size(), 10);
     EXPECT_EQ(lists.lstHGroup, HGroupList());
     EXPECT_EQ(ListRezNames(*db).size(), qsizetype(source.modes.size()));
     EXPECT_EQ(ListRezNames(*db, "tblCustValues"), ListRezNames(*db));
@@ -65,6 +65,12 @@ TEST_F(SeedTest, EveryModeIsNamedFromItsCounts) {
         ASSERT_TRUE(t) << m.name.toStdString();
         const QByteArray params = ParamBlockWithCounts(MeasureSyncCounts(*t, 2), 2);
         EXPECT_EQ(FindRezName(params, lists, *db), m.name) << m.name.toStdString();
+    }
+    // Firmware 1 counts are not classified: they name nothing rather than a wrong mode.
+    for (const SeedMode& m : source.modes) {
+        const auto t = FindVesaTiming(m.width, m.height, m.rate);
+        const QByteArray params = ParamBlockWithCounts(MeasureSyncCounts(*t, 1), 1);
+        EXPECT_EQ(FindRezName(params, lists, *db), "") << m.name.toStdString();
     }
     // A common mode is there by its usual name.
     const SyncCounts c = MeasureSyncCounts(*FindVesaTiming(1024, 768, 75), 2);
@@ -216,7 +222,7 @@ TEST_F(SeedTest, AutoPresetLoadPlacesEveryRow) {
 
 TEST(SeedSource, ValidationFindsProblems) {
     const QString base = "vclass 60 3360\nvclass 75 2650\nvclass 0 2450\n"
-                         "hborder 570\nhborder 705\nhborder 775\nhborder 850\n";
+                         "hborder 570\nhborder 705\nhborder 775\nhborder 850\nhborder 40000\n";
     const struct {
         const char* modes;
         const char* problem; // nullptr: sound
@@ -228,7 +234,7 @@ TEST(SeedSource, ValidationFindsProblems) {
         {"mode 640x480x85 a\n", "no group"},
         {"mode 641x480x60 a\n", "no VESA timing"},
         {"mode 1600x1200x85 a\n", "beyond 205 MHz"},
-        {"mode 1152x864x75 a\n", "measured class"}, // no H border for 864 lines here
+        {"mode 1280x960x60 a\n", "measured class"}, // 1000 lines fall in the 864 class here
     };
     for (const auto& c : table) {
         const QStringList p = ValidateSeed(ParseSeedSource(base + c.modes));
@@ -238,6 +244,9 @@ TEST(SeedSource, ValidationFindsProblems) {
             EXPECT_TRUE(p.join("; ").contains(c.problem)) << c.modes << p.join("; ").toStdString();
         }
     }
+    EXPECT_TRUE(ValidateSeed(ParseSeedSource("vclass 60 3360\nhborder 570\n"))
+                    .join(" ")
+                    .contains("last H border"));
     EXPECT_THROW(ParseSeedSource("vclass 60\n"), std::runtime_error);
     EXPECT_THROW(ParseSeedSource("mode 640x480\n"), std::runtime_error);
     EXPECT_THROW(ParseSeedSource("colour red\n"), std::runtime_error);
