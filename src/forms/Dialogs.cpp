@@ -2,8 +2,8 @@
 
 namespace velmorak {
 
-MsgResult ScriptedDialogs::messageBox(const QString& text, MsgButtons buttons,
-                                      const QString& title, MsgIcon) {
+MsgResult ScriptedDialogs::messageBox(const QString& text, MsgButtons buttons, const QString& title,
+                                      MsgIcon) {
     asked_.push_back({"message", text, title, buttons});
     if (!results_.empty()) {
         auto r = results_.front();

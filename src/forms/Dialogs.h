@@ -15,7 +15,7 @@ enum class MsgResult { OK = 1, Cancel = 2, Yes = 6, No = 7 };
 
 // Every message box, input box, file chooser and printer dialog of the tool goes through here.
 class Dialogs {
-public:
+  public:
     virtual ~Dialogs() = default;
     // An empty title means the default title (the application's name).
     virtual MsgResult messageBox(const QString& text, MsgButtons buttons = MsgButtons::OK,
@@ -35,7 +35,7 @@ public:
 // Test double: records every dialog asked and returns scripted answers in order. With no answer
 // scripted, a message box returns OK (or Yes), and every other dialog is cancelled.
 class ScriptedDialogs : public Dialogs {
-public:
+  public:
     struct Asked {
         QString kind; // "message", "input", "open", "save", "printer"
         QString text;
@@ -59,7 +59,7 @@ public:
     QStringList messages() const; // the texts of the message boxes, in order
     void clear() { asked_.clear(); }
 
-private:
+  private:
     std::optional<QString> nextText();
     std::vector<Asked> asked_;
     std::deque<MsgResult> results_;
