@@ -1,0 +1,57 @@
+#pragma once
+
+#include "forms/Form.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+class QWidget;
+
+namespace velmorak {
+
+// Binds the control models of a form to the widgets under a root, both ways, by object name
+// ("cmdLoad", or "ucBitsField1(3)" for an array element). Model writes update widgets without
+// echo; user actions on widgets go through the models' user paths and fire their events once.
+// Each bound widget's accessible description is set to its control's name.
+class FormBinding : public QObject {
+  public:
+    FormBinding(Form& form, QWidget* root);
+    ~FormBinding() override;
+
+    // Lets go of the models now (before the form dies).
+    void unbind();
+
+    // Controls with a widget in view that got none.
+    const QStringList& unboundControls() const { return unboundControls_; }
+    // Named widgets of a bindable kind that have no control.
+    const QStringList& unboundWidgets() const { return unboundWidgets_; }
+    // Widgets whose kind does not fit their control.
+    const QStringList& mismatches() const { return mismatches_; }
+    // All of the above, one line each; empty for a complete window.
+    QStringList report() const;
+    // The widget or action bound to a control, by its full name.
+    QObject* boundTo(const QString& fullName) const { return bound_.value(fullName).data(); }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    bool bindOne(Control& c, QObject* target);
+    void watch(Control& c, std::function<void(Prop)> sync);
+    void common(Control& c, QWidget* w);
+
+    QPointer<QWidget> root_;
+    std::vector<ScopedConnection> modelLinks_;
+    QHash<QObject*, class TextBox*> typing_;
+    QHash<QString, QPointer<QObject>> bound_;
+    QStringList unboundControls_, unboundWidgets_, mismatches_;
+};
+
+std::unique_ptr<FormBinding> bindForm(Form& form, QWidget* root);
+
+} // namespace velmorak

@@ -1,0 +1,144 @@
+#include "forms/ui/FormWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+namespace velmorak {
+
+FormWindow::FormWindow(Form& form, QWidget* window) : form_(&form), window_(window) {
+    binding_ = bindForm(form, window);
+    window->setWindowTitle(form.caption());
+    window->move(form.left(), form.top());
+    window->setEnabled(form.enabled());
+    form.move(form.left(), form.top(), window->width(), window->height());
+    formLink_ = form.onPropertyChanged.connect([this](Prop p) { syncFromForm(p); });
+    window->installEventFilter(this);
+    qApp->installEventFilter(this);
+}
+
+FormWindow::~FormWindow() {
+    dispose();
+    delete window_.data();
+}
+
+void FormWindow::syncFromForm(Prop p) {
+    if (!window_ || applying_) return;
+    if (p == Prop::Caption) window_->setWindowTitle(form_->caption());
+    if (p == Prop::Enabled) window_->setEnabled(form_->enabled());
+    if (p == Prop::Geometry) {
+        applying_ = true;
+        window_->move(form_->left(), form_->top());
+        window_->resize(form_->width(), form_->height());
+        applying_ = false;
+    }
+    if (p == Prop::WindowState) {
+        static const Qt::WindowState states[] = {Qt::WindowNoState, Qt::WindowMinimized,
+                                                 Qt::WindowMaximized};
+        window_->setWindowState(states[int(form_->windowState())]);
+    }
+}
+
+void FormWindow::show(bool modal) {
+    if (!window_) return;
+    if (modal) window_->setWindowModality(Qt::ApplicationModal);
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
+    if (!modal) return;
+    QEventLoop loop;
+    modalLoop_ = &loop;
+    loop.exec(QEventLoop::DialogExec);
+    if (window_) window_->setWindowModality(Qt::NonModal);
+}
+
+void FormWindow::hide() {
+    if (window_) window_->hide();
+    if (modalLoop_) modalLoop_->quit();
+}
+
+void FormWindow::dispose() {
+    if (!form_) return;
+    form_ = nullptr;
+    formLink_ = ScopedConnection();
+    if (binding_) binding_->unbind();
+    qApp->removeEventFilter(this);
+    if (window_) {
+        window_->removeEventFilter(this);
+        window_->hide();
+        window_->deleteLater();
+    }
+    if (modalLoop_) modalLoop_->quit();
+    deleteLater();
+}
+
+bool FormWindow::handleKey(QWidget* receiver, QKeyEvent* e) {
+    // An ignored key climbs to the parents: handle it at its first receiver only.
+    bool climbing = e == lastKey_ && lastReceiver_ && receiver->isAncestorOf(lastReceiver_);
+    lastKey_ = e;
+    lastReceiver_ = receiver;
+    if (!form_ || climbing) return false;
+    if (form_->previewKey(e->key(), e->modifiers())) return true;
+    if (e->modifiers() & ~Qt::KeypadModifier) return false;
+    bool enter = e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter;
+    bool escape = e->key() == Qt::Key_Escape;
+    if (!enter && !escape) return false;
+    // A focused button takes its own Enter; a multi-line box its new line.
+    QWidget* focus = QApplication::focusWidget();
+    if (enter && focus && (focus->inherits("QAbstractButton") || focus->inherits("QPlainTextEdit")))
+        return false;
+    for (Control* c : form_->controls()) {
+        auto* b = dynamic_cast<Button*>(c);
+        if (b && (enter ? b->isDefault() : b->isCancel()) && b->enabled() && b->visible()) {
+            b->click();
+            return true;
+        }
+    }
+    return false;
+}
+
+bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (!form_ || !window_) return false;
+    if (event->type() == QEvent::KeyPress) {
+        auto* w = qobject_cast<QWidget*>(watched);
+        if (w && (w == window_ || window_->isAncestorOf(w)))
+            return handleKey(w, static_cast<QKeyEvent*>(event));
+        return false;
+    }
+    if (watched != window_) return false;
+    switch (event->type()) {
+    case QEvent::Close: {
+        Form* f = form_;
+        if (!f->unload()) {
+            event->ignore();
+            return true;
+        }
+        return false;
+    }
+    case QEvent::Move:
+    case QEvent::Resize:
+        if (!applying_) {
+            applying_ = true;
+            form_->move(window_->x(), window_->y(), window_->width(), window_->height());
+            applying_ = false;
+        }
+        return false;
+    case QEvent::Hide:
+        if (modalLoop_ && !window_->isVisible()) modalLoop_->quit();
+        return false;
+    default:
+        return false;
+    }
+}
+
+ViewFactory ViewRegistry::factory() const {
+    auto builders = builders_;
+    return [builders](Form& f) -> FormView* {
+        auto it = builders.find(f.name());
+        if (it == builders.end()) return nullptr;
+        QWidget* w = it->second(f);
+        return w ? new FormWindow(f, w) : nullptr;
+    };
+}
+
+} // namespace velmorak

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "forms/Forms.h"
+#include "forms/ui/Binding.h"
+
+#include <QEventLoop>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace velmorak {
+
+// The view of a form: owns its top-level widget, binds the controls, and keeps caption,
+// geometry, visibility and enabled state in step with the form. On creation the window takes
+// the form's position and caption and gives the form its own size. Closing the window unloads
+// the form (a cancelling formUnload keeps it open). With KeyPreview on, keys reach the form's
+// keyDown before the focused control; Enter and Escape press the default and cancel buttons.
+class FormWindow : public QObject, public FormView {
+  public:
+    FormWindow(Form& form, QWidget* window);
+    ~FormWindow() override;
+
+    void show(bool modal) override;
+    void hide() override;
+    void dispose() override;
+
+    QWidget* window() const { return window_; }
+    FormBinding& binding() { return *binding_; }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void syncFromForm(Prop p);
+    bool handleKey(QWidget* receiver, QKeyEvent* e);
+    Form* form_;
+    QPointer<QWidget> window_;
+    std::unique_ptr<FormBinding> binding_;
+    ScopedConnection formLink_;
+    QPointer<QEventLoop> modalLoop_;
+    bool applying_ = false;
+    const QEvent* lastKey_ = nullptr;
+    QPointer<QWidget> lastReceiver_;
+};
+
+// Builds the widget of each window by name and hands Forms a view factory.
+class ViewRegistry {
+  public:
+    using Builder = std::function<QWidget*(Form&)>;
+    void add(const QString& formName, Builder build) { builders_[formName] = std::move(build); }
+    // Windows without a builder get no view.
+    ViewFactory factory() const;
+    void install(Forms& forms) const { forms.setViewFactory(factory()); }
+
+  private:
+    std::map<QString, Builder> builders_;
+};
+
+} // namespace velmorak

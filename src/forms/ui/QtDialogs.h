@@ -1,0 +1,44 @@
+#pragma once
+
+#include "forms/Dialogs.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+class QPrinter;
+
+namespace velmorak {
+
+// The real dialogs: message boxes, input boxes, file choosers and the printer set-up.
+class QtDialogs : public Dialogs {
+  public:
+    // Without a printer the printer dialog sets up one of its own (see printer()).
+    explicit QtDialogs(QWidget* parent = nullptr, QPrinter* printer = nullptr);
+    ~QtDialogs() override;
+
+    MsgResult messageBox(const QString& text, MsgButtons buttons = MsgButtons::OK,
+                         const QString& title = QString(), MsgIcon icon = MsgIcon::None) override;
+    std::optional<QString> inputBox(const QString& prompt, const QString& title,
+                                    const QString& defaultText = QString()) override;
+    std::optional<QString> openFileName(const QString& title, const QString& filter) override;
+    std::optional<QString> saveFileName(const QString& title, const QString& filter,
+                                        const QString& suggested = QString()) override;
+    bool printerDialog() override;
+
+    QPrinter* printer();
+    void setParent(QWidget* parent) { parent_ = parent; }
+    // The title used for an empty one: the application's display name, else "Velmorak".
+    static QString defaultTitle();
+    static QString titleOr(const QString& title) {
+        return title.isEmpty() ? defaultTitle() : title;
+    }
+
+  private:
+    QPointer<QWidget> parent_;
+    QPrinter* printer_;
+    std::unique_ptr<QPrinter> ownPrinter_;
+};
+
+} // namespace velmorak
