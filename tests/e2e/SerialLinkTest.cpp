@@ -108,7 +108,8 @@ TEST(SerialLink, CardUnpluggedDuringReadParamsLeavesTheToolUp) {
     const QByteArray block = link.fn.ReadParams(24);
     EXPECT_EQ(block, QByteArray(1, '\0'));
     EXPECT_EQ(link.dialogs.messages(), QStringList{"No USB connection. "});
-    EXPECT_EQ(link.reactions.calls, (QStringList{"unloadOthers", "unloadOthers", "lostCard+editors"}));
+    EXPECT_EQ(link.reactions.calls,
+              (QStringList{"unloadOthers", "unloadOthers", "lostCard+editors"}));
     EXPECT_EQ(link.state.Connected, 0);
     EXPECT_FALSE(link.port.isOpen());
 }

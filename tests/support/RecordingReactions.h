@@ -8,7 +8,7 @@ namespace velmorak::test {
 
 // Records the window changes a failed exchange asks for.
 class RecordingReactions : public LinkReactions {
-public:
+  public:
     void unloadAll() override { calls << "unloadAll"; }
     void unloadOthers() override { calls << "unloadOthers"; }
     void lostCard(bool disableEditors) override {

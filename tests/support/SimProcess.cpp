@@ -31,7 +31,9 @@ SimProcess::SimProcess(const QStringList& args) {
     }
 }
 
-SimProcess::~SimProcess() { stop(); }
+SimProcess::~SimProcess() {
+    stop();
+}
 
 void SimProcess::stop() {
     if (proc_.state() == QProcess::NotRunning) return;

@@ -9,7 +9,7 @@ namespace velmorak::test {
 
 // The virtual card executable on a pseudo-terminal, for end-to-end tests.
 class SimProcess {
-public:
+  public:
     explicit SimProcess(const QStringList& args = {});
     ~SimProcess();
     bool started() const { return started_; }
@@ -19,7 +19,7 @@ public:
     void stop();
     QString dir() const { return dir_.path(); }
 
-private:
+  private:
     QTemporaryDir dir_;
     QProcess proc_;
     bool started_ = false;
