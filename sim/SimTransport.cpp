@@ -15,7 +15,9 @@ qint64 SimTransport::latency(int replyBytes, int delayMs) {
 void SimTransport::open() {
     if (heldElsewhere_ || open_)
         throw PortError(PortFault::AlreadyOpen, QStringLiteral("Port already open"));
-    if (card_.unplugged()) throw PortError(PortFault::Other, QStringLiteral("No such port"));
+    // No port has number 0 or below.
+    if (card_.unplugged() || commPort_ < 1)
+        throw PortError(PortFault::Other, QStringLiteral("No such port"));
     open_ = true;
     dropArrived();
 }

@@ -123,6 +123,7 @@ bool VirtualCard::transmitterReadOnly(int reg) {
 }
 
 SyncCounts VirtualCard::syncCounts() const {
+    if (measured_) return *measured_;
     // In DVI mode there is no analogue sync to count.
     if (!cfg_.source || !cfg_.rgb) return {};
     return measure(*cfg_.source, cfg_.firmwareMajor);

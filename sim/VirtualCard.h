@@ -58,6 +58,8 @@ class VirtualCard {
     // A new source (or none) and what the chips report about it.
     void setSource(std::optional<VideoMode> source);
     void setMonitorAttached(bool attached) { cfg_.monitorAttached = attached; }
+    // Counts the sync counters report whatever the source (nullopt: measured from the source).
+    void setMeasuredCounts(std::optional<SyncCounts> counts) { measured_ = counts; }
     void setRefusedRegister(int chip, int reg);
 
     const Faults& faults() const { return faults_; }
@@ -111,6 +113,7 @@ class VirtualCard {
     std::array<quint8, kLaserSerial> serial_{};
     QByteArray monitor_;
     QByteArray data_;
+    std::optional<SyncCounts> measured_;
     int frames_ = 0;
     bool unplugged_ = false;
 };

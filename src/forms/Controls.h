@@ -197,6 +197,22 @@ class MenuItem : public Control {
     std::vector<MenuItem*> children_;
 };
 
+// Two arrows, up and down, with no value of their own.
+class SpinButton : public Control {
+  public:
+    using Control::Control;
+    const char* kind() const override { return "SpinButton"; }
+    // A user's press of an arrow: nothing happens when disabled or hidden.
+    void spinUp() {
+        if (enabled() && visible()) onSpinUp();
+    }
+    void spinDown() {
+        if (enabled() && visible()) onSpinDown();
+    }
+    Event<> onSpinUp;
+    Event<> onSpinDown;
+};
+
 class StatusBar : public Control {
   public:
     using Control::Control;

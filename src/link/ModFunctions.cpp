@@ -84,6 +84,7 @@ void ModFunctions::waitReply(int threshold, bool strictlyAbove) {
 }
 
 QByteArray ModFunctions::readExchange(Fn fn, const QByteArray& frame, const ReadTiming& t) {
+    const InExchange busy(depth_);
     QByteArray result = nulText();
     try {
         st_.LinkIdleCount = 0;
@@ -136,6 +137,7 @@ QByteArray ModFunctions::readExchange(Fn fn, const QByteArray& frame, const Read
 }
 
 void ModFunctions::writeExchange(Fn fn, const QByteArray& frame, int settle) {
+    const InExchange busy(depth_);
     try {
         st_.LinkIdleCount = 0;
         if (fn != Fn::WriteM2 || !port_.isOpen()) openPort();
@@ -178,6 +180,7 @@ void ModFunctions::failed(Fn fn, const std::exception*, bool deviceGone) {
 }
 
 QByteArray ModFunctions::CheckLink(qint16 nMode, qint16& nStatus) {
+    const InExchange busy(depth_);
     Q_UNUSED(nMode); // only mode 0, the probe, is ever selected
     try {
         port_.clearInput();
@@ -205,6 +208,7 @@ QByteArray ModFunctions::CheckLink(qint16 nMode, qint16& nStatus) {
 }
 
 bool ModFunctions::CardPresent() {
+    const InExchange busy(depth_);
     bool present = false;
     try {
         host_.sleep(200);

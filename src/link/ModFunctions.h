@@ -36,6 +36,9 @@ class ModFunctions {
     void WriteDB(qint16 nHigh, qint16 nLow, const QByteArray& sData);
     void WriteM2(qint16 nAddr, const QByteArray& sData);
 
+    // True while an exchange runs (its wait pumps events, and the poll must stay out).
+    bool busy() const { return depth_ > 0; }
+
     // The texts and frames, exposed for tests and the virtual card.
     static const char* const kNoUsbTerminated; // "No USB connection. The program is terminated."
     static const char* const kNoUsb;           // "No USB connection. "
@@ -72,6 +75,15 @@ class ModFunctions {
     void waitReply(int threshold, bool strictlyAbove);
     void failed(Fn fn, const std::exception* e, bool deviceGone);
 
+    struct InExchange {
+        explicit InExchange(int& d) : depth(d) { ++depth; }
+        ~InExchange() { --depth; }
+        InExchange(const InExchange&) = delete;
+        InExchange& operator=(const InExchange&) = delete;
+        int& depth;
+    };
+
+    int depth_ = 0;
     CardState& st_;
     Host& host_;
     Transport& port_;

@@ -48,6 +48,15 @@ QString Str(qint64 n) {
     return (n >= 0 ? QStringLiteral(" ") : QString()) + QString::number(n);
 }
 
+QString StrDbl(double v) {
+    QString t = QString::number(v, 'g', 15).toUpper();
+    if (t.startsWith(QLatin1String("0.")))
+        t.remove(0, 1);
+    else if (t.startsWith(QLatin1String("-0.")))
+        t.remove(1, 1);
+    return v >= 0 ? QStringLiteral(" ") + t : t;
+}
+
 OsVersion GetVersionInfo() {
     // Later systems than those the version table names count as "Windows NT".
     return {QStringLiteral("Windows NT"), QString()};

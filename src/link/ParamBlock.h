@@ -38,6 +38,9 @@ QString firmwareText(const QByteArray& block);
 
 // Decimal text of a number with a leading blank when it is not negative.
 QString Str(qint64 n);
+// Str of a double: up to 15 significant digits, no leading zero before the point (" .5"),
+// exponent form for large and small values (" 1E+16").
+QString StrDbl(double v);
 
 // The system's version name and patch level; off Windows these fall under "other Windows".
 struct OsVersion {

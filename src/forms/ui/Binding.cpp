@@ -1,5 +1,7 @@
 #include "forms/ui/Binding.h"
 
+#include "forms/ui/SpinArrows.h"
+
 #include <QAbstractButton>
 #include <QAbstractSlider>
 #include <QAction>
@@ -33,7 +35,7 @@ bool bindableKind(QObject* o) {
            qobject_cast<QComboBox*>(o) || qobject_cast<QListWidget*>(o) ||
            qobject_cast<QTableWidget*>(o) || qobject_cast<QGroupBox*>(o) ||
            qobject_cast<QStatusBar*>(o) || qobject_cast<QProgressBar*>(o) ||
-           qobject_cast<QMenu*>(o) || qobject_cast<QAction*>(o);
+           qobject_cast<QMenu*>(o) || qobject_cast<QAction*>(o) || qobject_cast<SpinArrows*>(o);
 }
 
 QString withoutMnemonic(QString s) {
@@ -354,10 +356,12 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
         auto* qc = qobject_cast<QComboBox*>(w);
         if (!qc) return false;
         auto connectEdit = [this, cbo, qc] {
-            if (auto* le = qc->lineEdit())
-                connect(
-                    le, &QLineEdit::textEdited, this, [cbo](const QString& s) { cbo->userEdit(s); },
-                    Qt::UniqueConnection);
+            if (auto* le = qc->lineEdit()) {
+                // Once per line edit, however often the style is set.
+                disconnect(le, &QLineEdit::textEdited, this, nullptr);
+                connect(le, &QLineEdit::textEdited, this,
+                        [cbo](const QString& s) { cbo->userEdit(s); });
+            }
         };
         watch(c, [cbo, qc, base, guard, connectEdit](Prop p) {
             if (!guard) return;
@@ -479,6 +483,18 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             if (p == Prop::Range) qp->setRange(pb->min(), pb->max());
             if (p == Prop::Range || p == Prop::Value) qp->setValue(pb->value());
         });
+        common(c, w);
+        return true;
+    }
+
+    if (auto* sp = dynamic_cast<SpinButton*>(&c)) {
+        auto* arrows = qobject_cast<SpinArrows*>(w);
+        if (!arrows) return false;
+        watch(c, [base, guard](Prop p) {
+            if (guard) base(p);
+        });
+        connect(arrows, &SpinArrows::spinUp, this, [sp] { sp->spinUp(); });
+        connect(arrows, &SpinArrows::spinDown, this, [sp] { sp->spinDown(); });
         common(c, w);
         return true;
     }
