@@ -1,6 +1,96 @@
+// The tool: real clock, serial port, dialogs and settings around the session.
+#include "session/Main.h"
+#include "forms/Snapshot.h"
+#include "forms/ui/FormWindow.h"
+#include "forms/ui/QtDialogs.h"
+#include "link/SerialTransport.h"
+#include "platform/AppFolder.h"
+#include "platform/Host.h"
+#include "platform/Settings.h"
+#include "resdb/Database.h"
+#include "session/FrmStart.h"
+#include "session/Session.h"
+#include "session/ui/FrmStartView.h"
+
 #include <QApplication>
+#include <QSaveFile>
+#include <QScreen>
+#include <QTimer>
+
+using namespace velmorak;
+
+namespace {
+
+// With VELMORAK_STATE_FILE set, the main window's controls are written there whenever they
+// change, for scripted checks from outside the process.
+class StateFile {
+  public:
+    StateFile(Session& s) : s_(s), path_(qEnvironmentVariable("VELMORAK_STATE_FILE")) {}
+    void update() {
+        if (path_.isEmpty() || !s_.forms.isLoaded(QStringLiteral("frmStart"))) return;
+        const QString text = formSnapshot(s_.frmStart()).join(u'\n') + u'\n';
+        if (text == last_) return;
+        QSaveFile f(path_);
+        if (!f.open(QIODevice::WriteOnly)) return;
+        f.write(text.toUtf8());
+        if (f.commit()) last_ = text;
+    }
+
+  private:
+    Session& s_;
+    QString path_;
+    QString last_;
+};
+
+} // namespace
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("Velmorak"));
+    QApplication::setApplicationName(QStringLiteral("Velmorak"));
+    QApplication::setApplicationVersion(QStringLiteral(VELMORAK_VERSION));
+
+    RealHost host;
+    QtSettingsStore settings;
+    SerialTransport port(settings);
+    QtDialogs dialogs;
+    QRect screen(0, 0, 1024, 768);
+    if (QScreen* s = QGuiApplication::primaryScreen()) screen = s->availableGeometry();
+    Platform platform{host,
+                      port,
+                      dialogs,
+                      settings,
+                      applicationFolder(QString::fromLatin1(kDbFileName)),
+                      screen,
+                      VELMORAK_VERSION_MAJOR,
+                      VELMORAK_VERSION_MINOR,
+                      VELMORAK_VERSION_PATCH};
+    Session session(platform);
+    ViewRegistry views;
+    views.add(QStringLiteral("frmStart"), buildFrmStartView);
+    views.install(session.forms);
+
+    Main loop(session);
+    if (!loop.start()) return 1;
+    if (auto* view = dynamic_cast<FormWindow*>(session.frmStart().view()))
+        dialogs.setParent(view->window());
+
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        loop.pollPass();
+        if (loop.finished()) app.quit();
+    });
+    poll.start(Main::kPollPeriodMs);
+    StateFile state(session);
+    state.update();
+    QTimer timers;
+    QObject::connect(&timers, &QTimer::timeout, [&] {
+        session.forms.pollTimers();
+        state.update();
+    });
+    timers.start(10);
+
+    if (!loop.finished()) app.exec();
+    loop.end();
     return 0;
 }

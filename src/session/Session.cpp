@@ -1,0 +1,68 @@
+#include "session/Session.h"
+
+#include "link/Transport.h"
+#include "resdb/Database.h"
+#include "session/FrmStart.h"
+
+namespace velmorak {
+
+Session::Session(const Platform& p)
+    : host(p.host), port(p.port), dialogs(p.dialogs), settings(p.settings), platform(p),
+      forms(&p.host), fn(st, p.host, p.port, p.dialogs, *this) {
+    forms.registerForm(QStringLiteral("frmStart"),
+                       [this] { return std::make_unique<FrmStart>(*this); });
+}
+
+Session::~Session() {
+    forms.unloadAll();
+    forms.collect();
+    if (DbRez) DbRez->Close();
+}
+
+FrmStart& Session::frmStart() {
+    return forms.load<FrmStart>(QStringLiteral("frmStart"));
+}
+
+void Session::lostCardSettings(bool disableEditors) {
+    FrmStart& f = frmStart();
+    f.cmdConnect.setEnabled(true);
+    f.cmdConnect.setCaption(QStringLiteral("C&onnect"));
+    f.cmdDisconnect.setEnabled(false);
+    st.Connected = 0;
+    f.shp1.setVisible(false);
+    f.cmdSync.setEnabled(false);
+    f.lblFwv.setVisible(false);
+    f.txtFwv.setVisible(false);
+    f.txtNameCard.setVisible(false);
+    f.SpinButton1.setEnabled(true);
+    if (disableEditors)
+        for (MenuItem* m : {&f.mnuDisplayAdj, &f.mnuPanel, &f.mnuTransmitter, &f.mnuLaser})
+            m->setEnabled(false);
+    f.mnuCardMemory.setEnabled(false);
+    f.mnuParams.setEnabled(false);
+}
+
+void Session::mainErrorHandler() {
+    if (port.isOpen()) port.close();
+    unloadOthers();
+    lostCardSettings(true);
+}
+
+void Session::unloadAll() {
+    forms.unloadAll();
+    st.ExitRequested = -1;
+}
+
+void Session::unloadOthers() {
+    forms.unloadAllBut({QStringLiteral("frmStart"), QStringLiteral("frmConnect")});
+}
+
+void Session::lostCard(bool disableEditors) {
+    if (!forms.isLoaded(QStringLiteral("frmStart"))) {
+        st.Connected = 0;
+        return;
+    }
+    lostCardSettings(disableEditors);
+}
+
+} // namespace velmorak

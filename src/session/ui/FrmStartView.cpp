@@ -1,0 +1,139 @@
+#include "session/ui/FrmStartView.h"
+
+#include "forms/Form.h"
+#include "forms/ui/SpinArrows.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace velmorak {
+
+namespace {
+
+template <class W> W* named(W* w, const char* name) {
+    w->setObjectName(QString::fromLatin1(name));
+    return w;
+}
+
+QLineEdit* readOnlyText(const char* name, const QString& tip, int minWidth) {
+    auto* t = named(new QLineEdit, name);
+    t->setReadOnly(true);
+    t->setToolTip(tip);
+    t->setAccessibleName(tip);
+    t->setMinimumWidth(minWidth);
+    t->setPlaceholderText(tip);
+    return t;
+}
+
+// Menus from the form's menu items: a top item becomes a menu, its children actions.
+void buildMenuBar(QMainWindow* w, Form& form) {
+    for (Control* c : form.controls()) {
+        auto* top = dynamic_cast<MenuItem*>(c);
+        if (!top || top->parentMenu()) continue;
+        QMenu* menu = w->menuBar()->addMenu(top->caption());
+        menu->setObjectName(top->name());
+        for (MenuItem* child : top->children())
+            named(menu->addAction(child->caption()), child->name().toLatin1().constData());
+    }
+}
+
+} // namespace
+
+QWidget* buildFrmStartView(Form& form) {
+    auto* w = new QMainWindow;
+    buildMenuBar(w, form);
+    auto* central = new QWidget;
+    auto* outer = new QVBoxLayout(central);
+
+    auto* title = new QLabel(QStringLiteral("Velmorak"));
+    QFont tf = title->font();
+    tf.setPointSizeF(tf.pointSizeF() * 1.6);
+    tf.setBold(true);
+    title->setFont(tf);
+    outer->addWidget(title);
+
+    // Port row.
+    auto* portRow = new QHBoxLayout;
+    auto* lblCom = named(new QLabel, "lblCaptionCom");
+    auto* txtCom = named(new QLineEdit, "txtCom");
+    txtCom->setMaximumWidth(60);
+    lblCom->setBuddy(txtCom);
+    portRow->addWidget(lblCom);
+    portRow->addWidget(txtCom);
+    portRow->addWidget(named(new SpinArrows, "SpinButton1"));
+    portRow->addSpacing(12);
+    portRow->addWidget(named(new QPushButton, "cmdConnect"));
+    portRow->addWidget(named(new QPushButton, "cmdDisconnect"));
+    portRow->addStretch();
+    outer->addLayout(portRow);
+
+    auto* hint = named(new QLabel, "lblMassage");
+    hint->setStyleSheet(QStringLiteral("color: #a05000;"));
+    outer->addWidget(hint);
+
+    // What the card is.
+    auto* card = new QGroupBox(QObject::tr("Card"));
+    auto* cardRow = new QHBoxLayout(card);
+    auto* kind = readOnlyText("txtNameCard", QObject::tr("Card kind"), 120);
+    QFont bold = kind->font();
+    bold.setBold(true);
+    kind->setFont(bold);
+    cardRow->addWidget(kind);
+    cardRow->addSpacing(16);
+    auto* lblFwv = named(new QLabel, "lblFwv");
+    auto* txtFwv = readOnlyText("txtFwv", QObject::tr("Firmware version"), 70);
+    txtFwv->setFont(bold);
+    lblFwv->setBuddy(txtFwv);
+    cardRow->addWidget(lblFwv);
+    cardRow->addWidget(txtFwv);
+    cardRow->addStretch();
+    outer->addWidget(card);
+
+    // What the card sees.
+    auto* sync = new QGroupBox(QObject::tr("Sync"));
+    auto* syncRow = new QHBoxLayout(sync);
+    syncRow->addWidget(named(new QPushButton, "cmdSync"));
+    auto* mark = named(new QLabel, "shp1");
+    mark->setFixedSize(14, 14);
+    mark->setFrameShape(QFrame::Box);
+    syncRow->addWidget(mark);
+    syncRow->addWidget(readOnlyText("txtPar1", QObject::tr("Vertical frequency (Hz)"), 90));
+    syncRow->addWidget(readOnlyText("txtH", QObject::tr("Horizontal reading"), 110));
+    syncRow->addWidget(readOnlyText("txtPar2", QObject::tr("Raw sync counts"), 120));
+    syncRow->addStretch();
+    outer->addWidget(sync);
+
+    auto* msg = readOnlyText("txtMsg", QObject::tr("Progress"), 200);
+    msg->setFrame(false);
+    outer->addWidget(msg);
+    outer->addStretch();
+
+    auto* bottom = new QHBoxLayout;
+    bottom->addStretch();
+    bottom->addWidget(named(new QPushButton, "cmdExit"));
+    outer->addLayout(bottom);
+
+    // The classification lists are never shown.
+    auto* hidden = new QWidget(central);
+    hidden->hide();
+    named(new QComboBox(hidden), "cboPresets");
+    for (const char* n : {"lstVGroup", "lstVBorders", "lstHBorders", "lstHGroup"})
+        named(new QListWidget(hidden), n);
+
+    w->setCentralWidget(central);
+    named(w->statusBar(), "StatusBar1");
+    w->resize(560, 330);
+    return w;
+}
+
+} // namespace velmorak

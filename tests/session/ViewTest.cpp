@@ -1,0 +1,35 @@
+// The main window drawn over its logic: every control has its widget, and a picture to look at.
+#include "SessionBench.h"
+
+#include "forms/ui/FormWindow.h"
+#include "session/ui/FrmStartView.h"
+#include "support/SimProcess.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <gtest/gtest.h>
+
+using namespace velmorak;
+using velmorak::test::SessionBench;
+
+TEST(FrmStartView, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
+    SessionBench b;
+    ViewRegistry views;
+    views.add("frmStart", buildFrmStartView);
+    views.install(b.session->forms);
+    ASSERT_TRUE(b.start());
+    auto* view = dynamic_cast<FormWindow*>(b.frm().view());
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
+    auto* w = qobject_cast<QMainWindow*>(view->window());
+    ASSERT_NE(w, nullptr);
+    QStringList menus;
+    for (QAction* a : w->menuBar()->actions())
+        menus << a->text();
+    EXPECT_EQ(menus, (QStringList{"&File", "&Settings", "&View", "&Presets"}));
+    EXPECT_TRUE(w->windowTitle().startsWith("Velmorak Software Version"));
+    QApplication::processEvents();
+    const QString png = velmorak::test::buildDir() + "/tests/frmStart.png";
+    EXPECT_TRUE(w->grab().save(png));
+}
