@@ -80,6 +80,7 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
     for (const char* h : {"480", "600", "720", "768", "864", "960", "1024", "1080", "1200"})
         lstHGroup.addItem(QString::fromLatin1(h));
     buildMenus();
+    setKeyPreview(true);
 
     cmdConnect.onClick.connect([this] { connectClick(); });
     cmdDisconnect.onClick.connect([this] { disconnectClick(); });
@@ -404,6 +405,34 @@ void FrmStart::laserClick() {
         showWindow(newLaser);
     else
         ask();
+}
+
+// --- service unlock: Ctrl+Shift+A tells who wrote the tool, Ctrl+Shift+E asks for a code
+
+void FrmStart::keyDown(int& keyCode, Qt::KeyboardModifiers mods) {
+    const auto ctrlShift = Qt::ControlModifier | Qt::ShiftModifier;
+    if ((mods & ctrlShift) != ctrlShift) return;
+    if (keyCode == Qt::Key_A)
+        s_.dialogs.messageBox(QStringLiteral("Velmorak service and configuration tool.\n"
+                                             "Written by the Velmorak engineering team."),
+                              MsgButtons::OK, s_.st.AppTitle);
+    else if (keyCode == Qt::Key_E)
+        unlock();
+}
+
+void FrmStart::unlock() {
+    const auto answer =
+        s_.dialogs.inputBox(QStringLiteral("Enter your password :"), s_.st.AppTitle);
+    if (!answer || answer->isEmpty()) return;
+    const QString code = answer->toUpper();
+    const bool first = code == QLatin1String("LUMEN");
+    const bool second = code == QLatin1String("VOLTAR");
+    if (!first && !second) return;
+    for (MenuItem* m : {&mnuPanel, &mnuLaser, &mnuTransmitter, &mnuAutoPresets, &mnuFile2Mem}) {
+        m->setVisible(true);
+        m->setEnabled(true);
+    }
+    if (second) mnuReadAutopresets.setVisible(true);
 }
 
 void FrmStart::editorClick(const QString& window) {

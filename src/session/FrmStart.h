@@ -71,6 +71,7 @@ class FrmStart : public Form {
   protected:
     void formLoad() override;
     void formUnload(bool& cancel) override;
+    void keyDown(int& keyCode, Qt::KeyboardModifiers mods) override;
 
   private:
     void buildMenus();
@@ -87,6 +88,7 @@ class FrmStart : public Form {
     void displayAdjClick();
     void laserClick();
     void editorClick(const QString& window);
+    void unlock();
     Session& s_;
 };
 

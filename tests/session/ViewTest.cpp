@@ -6,6 +6,8 @@
 #include "support/SimProcess.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <gtest/gtest.h>
@@ -32,4 +34,22 @@ TEST(FrmStartView, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
     QApplication::processEvents();
     const QString png = velmorak::test::buildDir() + "/tests/frmStart.png";
     EXPECT_TRUE(w->grab().save(png));
+}
+
+// Keys typed anywhere in the window reach the window's logic first.
+TEST(FrmStartView, UnlockKeysArriveFromAWidget) {
+    SessionBench b({}, QString());
+    ViewRegistry views;
+    views.add("frmStart", buildFrmStartView);
+    views.install(b.session->forms);
+    ASSERT_TRUE(b.start());
+    auto* view = dynamic_cast<FormWindow*>(b.frm().view());
+    ASSERT_NE(view, nullptr);
+    auto* txtCom = view->window()->findChild<QLineEdit*>("txtCom");
+    ASSERT_NE(txtCom, nullptr);
+    b.link.dialogs.answerText(QString("lumen"));
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier, "E");
+    QApplication::sendEvent(txtCom, &key);
+    EXPECT_TRUE(b.frm().mnuPanel.visible());
+    EXPECT_EQ(txtCom->text(), " 5");
 }
