@@ -15,13 +15,22 @@
 using namespace velmorak;
 using velmorak::test::SessionBench;
 
-TEST(FrmStartView, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
-    SessionBench b;
+namespace {
+
+// Starts the session with the real main window drawn.
+FormWindow* startWithView(SessionBench& b) {
     ViewRegistry views;
     views.add("frmStart", buildFrmStartView);
     views.install(b.session->forms);
-    ASSERT_TRUE(b.start());
-    auto* view = dynamic_cast<FormWindow*>(b.frm().view());
+    if (!b.start()) return nullptr;
+    return dynamic_cast<FormWindow*>(b.frm().view());
+}
+
+} // namespace
+
+TEST(FrmStartView, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
+    SessionBench b;
+    FormWindow* view = startWithView(b);
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
     auto* w = qobject_cast<QMainWindow*>(view->window());
@@ -39,11 +48,7 @@ TEST(FrmStartView, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
 // Keys typed anywhere in the window reach the window's logic first.
 TEST(FrmStartView, UnlockKeysArriveFromAWidget) {
     SessionBench b({}, QString());
-    ViewRegistry views;
-    views.add("frmStart", buildFrmStartView);
-    views.install(b.session->forms);
-    ASSERT_TRUE(b.start());
-    auto* view = dynamic_cast<FormWindow*>(b.frm().view());
+    FormWindow* view = startWithView(b);
     ASSERT_NE(view, nullptr);
     auto* txtCom = view->window()->findChild<QLineEdit*>("txtCom");
     ASSERT_NE(txtCom, nullptr);
