@@ -8,6 +8,7 @@
 #include "platform/Host.h"
 #include "platform/Settings.h"
 #include "resdb/Database.h"
+#include "resdb/ui/FrmInputBoxView.h"
 #include "session/FrmStart.h"
 #include "session/Session.h"
 #include "session/ui/FrmStartView.h"
@@ -68,6 +69,7 @@ int main(int argc, char** argv) {
     Session session(platform);
     ViewRegistry views;
     views.add(QStringLiteral("frmStart"), buildFrmStartView);
+    views.add(QStringLiteral("frmInputBox"), buildFrmInputBoxView);
     views.install(session.forms);
 
     Main loop(session);

@@ -370,8 +370,7 @@ void FrmStart::displayAdjClick() {
                 MsgButtons::OK, st.AppTitle);
             st.DemoMode = 1;
         } else {
-            st.CurPreset =
-                FindRezName(st.CardParams, lstVBorders.items(), lstHBorders.items(), *s_.DbRez);
+            st.CurPreset = s_.findRezName(st.CardParams);
             st.DemoMode = st.CurPreset.isEmpty() ? 1 : 0;
         }
     } else {

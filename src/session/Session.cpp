@@ -2,6 +2,8 @@
 
 #include "link/Transport.h"
 #include "resdb/Database.h"
+#include "resdb/FrmInputBox.h"
+#include "resdb/RezLookup.h"
 #include "session/FrmStart.h"
 
 namespace velmorak {
@@ -11,6 +13,10 @@ Session::Session(const Platform& p)
       forms(&p.host), fn(st, p.host, p.port, p.dialogs, *this) {
     forms.registerForm(QStringLiteral("frmStart"),
                        [this] { return std::make_unique<FrmStart>(*this); });
+    forms.registerForm(QStringLiteral("frmInputBox"), [this] {
+        return std::make_unique<FrmInputBox>(
+            st, fn, *DbRez, [this](const QByteArray& block) { return findRezName(block); });
+    });
 }
 
 Session::~Session() {
@@ -21,6 +27,11 @@ Session::~Session() {
 
 FrmStart& Session::frmStart() {
     return forms.load<FrmStart>(QStringLiteral("frmStart"));
+}
+
+QString Session::findRezName(const QByteArray& block) {
+    FrmStart& f = frmStart();
+    return FindRezName(block, f.lstVBorders.items(), f.lstHBorders.items(), *DbRez);
 }
 
 void Session::lostCardSettings(bool disableEditors) {

@@ -54,6 +54,9 @@ class Session : public LinkReactions {
     // The main window, loaded on first use.
     FrmStart& frmStart();
 
+    // The resolution a parameter block measures, by the main window's lists (empty: none).
+    QString findRezName(const QByteArray& block);
+
     // The lost-card settings of the main window (every other window unloaded first), with the
     // editor menus disabled as well when asked.
     void lostCardSettings(bool disableEditors);

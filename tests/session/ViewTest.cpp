@@ -2,6 +2,7 @@
 #include "SessionBench.h"
 
 #include "forms/ui/FormWindow.h"
+#include "resdb/ui/FrmInputBoxView.h"
 #include "session/ui/FrmStartView.h"
 #include "support/SimProcess.h"
 
@@ -21,6 +22,7 @@ namespace {
 FormWindow* startWithView(SessionBench& b) {
     ViewRegistry views;
     views.add("frmStart", buildFrmStartView);
+    views.add("frmInputBox", buildFrmInputBoxView);
     views.install(b.session->forms);
     if (!b.start()) return nullptr;
     return dynamic_cast<FormWindow*>(b.frm().view());
@@ -57,4 +59,14 @@ TEST(FrmStartView, UnlockKeysArriveFromAWidget) {
     QApplication::sendEvent(txtCom, &key);
     EXPECT_TRUE(b.frm().mnuPanel.visible());
     EXPECT_EQ(txtCom->text(), " 5");
+}
+
+TEST(FrmInputBoxView, EveryControlHasItsWidget) {
+    SessionBench b({}, QString());
+    ASSERT_NE(startWithView(b), nullptr);
+    Form& box = b.session->forms.show("frmInputBox");
+    auto* view = dynamic_cast<FormWindow*>(box.view());
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
+    EXPECT_EQ(view->window()->windowTitle(), "Enter the Name");
 }
