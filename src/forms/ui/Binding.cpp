@@ -28,8 +28,19 @@ namespace velmorak {
 
 namespace {
 
+std::vector<std::pair<const QMetaObject*, WidgetBinder>>& widgetBinders() {
+    static std::vector<std::pair<const QMetaObject*, WidgetBinder>> binders;
+    return binders;
+}
+
+const WidgetBinder* widgetBinderFor(const QObject* o) {
+    for (const auto& [cls, binder] : widgetBinders())
+        if (o->metaObject()->inherits(cls)) return &binder;
+    return nullptr;
+}
+
 bool bindableKind(QObject* o) {
-    return qobject_cast<QAbstractButton*>(o) || qobject_cast<QLineEdit*>(o) ||
+    return widgetBinderFor(o) || qobject_cast<QAbstractButton*>(o) || qobject_cast<QLineEdit*>(o) ||
            qobject_cast<QPlainTextEdit*>(o) || qobject_cast<QLabel*>(o) ||
            qobject_cast<QAbstractSlider*>(o) || qobject_cast<QSpinBox*>(o) ||
            qobject_cast<QComboBox*>(o) || qobject_cast<QListWidget*>(o) ||
@@ -58,6 +69,16 @@ template <class W> void setListItems(W* w, const QStringList& items) {
 }
 
 } // namespace
+
+void registerWidgetBinder(const QMetaObject& widgetClass, WidgetBinder binder) {
+    auto& binders = widgetBinders();
+    for (auto& entry : binders)
+        if (entry.first == &widgetClass) {
+            entry.second = std::move(binder);
+            return;
+        }
+    binders.emplace_back(&widgetClass, std::move(binder));
+}
 
 FormBinding::FormBinding(Form& form, QWidget* root) : root_(root) {
     QHash<QString, QObject*> targets;
@@ -154,6 +175,14 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
         if (p == Prop::Visible) w->setVisible(c.visible());
         if (p == Prop::ToolTip) w->setToolTip(c.toolTipText());
     };
+
+    if (const WidgetBinder* custom = widgetBinderFor(target)) {
+        std::optional<Connection> link = w ? (*custom)(c, w) : std::nullopt;
+        if (!link) return false;
+        modelLinks_.emplace_back(std::move(*link));
+        common(c, w);
+        return true;
+    }
 
     if (auto* m = dynamic_cast<MenuItem*>(&c)) {
         auto* a = qobject_cast<QAction*>(target);

@@ -7,12 +7,21 @@
 #include <QPointer>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QWidget;
 
 namespace velmorak {
+
+// Binds a control kind the kit does not know to its own widget class. It returns the link that
+// lets go of the model, or nothing when the control does not fit the widget.
+using WidgetBinder = std::function<std::optional<Connection>(Control&, QWidget*)>;
+// Widgets of this class (or derived from it) become bindable by name through the binder.
+// Registering a class again replaces its binder.
+void registerWidgetBinder(const QMetaObject& widgetClass, WidgetBinder binder);
 
 // Binds the control models of a form to the widgets under a root, both ways, by object name
 // ("cmdLoad", or "ucBitsField1(3)" for an array element). Model writes update widgets without
