@@ -213,6 +213,34 @@ class SpinButton : public Control {
     Event<> onSpinDown;
 };
 
+// Tabs with captions; the selected tab counts from 1 (0: none). Click fires when the selection
+// changes.
+class TabStrip : public Control {
+  public:
+    using Control::Control;
+    const char* kind() const override { return "TabStrip"; }
+    const QStringList& tabs() const { return tabs_; }
+    void setTabs(const QStringList& captions) {
+        tabs_ = captions;
+        changed(Prop::Items);
+    }
+    int selectedIndex() const { return selected_; }
+    void setSelectedIndex(int i) {
+        if (i == selected_) return;
+        selected_ = i;
+        changed(Prop::ListIndex);
+        onClick();
+    }
+    void userSelect(int i) {
+        if (enabled()) setSelectedIndex(i);
+    }
+    Event<> onClick;
+
+  private:
+    QStringList tabs_;
+    int selected_ = 0;
+};
+
 class StatusBar : public Control {
   public:
     using Control::Control;

@@ -6,10 +6,12 @@
 #include "forms/ScrollBar.h"
 
 #include <QHash>
+#include <QRect>
 #include <Qt>
 
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace velmorak {
@@ -30,6 +32,12 @@ class FormView {
     // The form is unloading: the view lets go of the models at once and frees itself (now or
     // later, so a view may dispose while handling its own close event).
     virtual void dispose() { delete this; }
+    // Where a control stands in the window, in pixels from the window's corner; nothing when
+    // the view does not know it.
+    virtual std::optional<QRect> controlRect(const QString& name) const {
+        (void)name;
+        return std::nullopt;
+    }
 };
 
 // Makes the view of a form, or returns nullptr for a form without one.

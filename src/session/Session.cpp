@@ -1,6 +1,7 @@
 #include "session/Session.h"
 
 #include "link/Transport.h"
+#include "registers/FrmAD9888.h"
 #include "resdb/Database.h"
 #include "resdb/FrmInputBox.h"
 #include "resdb/RezLookup.h"
@@ -10,9 +11,23 @@ namespace velmorak {
 
 Session::Session(const Platform& p)
     : host(p.host), port(p.port), dialogs(p.dialogs), settings(p.settings), platform(p),
-      forms(&p.host), fn(st, p.host, p.port, p.dialogs, *this) {
+      forms(&p.host),
+      fn(st, p.host, p.port, p.dialogs, *this), context{st,
+                                                        p.host,
+                                                        fn,
+                                                        p.port,
+                                                        p.dialogs,
+                                                        p.settings,
+                                                        forms,
+                                                        [this]() -> Database& { return *DbRez; },
+                                                        [this](const QByteArray& block) {
+                                                            return findRezName(block);
+                                                        },
+                                                        p.screen} {
     forms.registerForm(QStringLiteral("frmStart"),
                        [this] { return std::make_unique<FrmStart>(*this); });
+    forms.registerForm(QStringLiteral("frmAD9888"),
+                       [this] { return std::make_unique<FrmAD9888>(context); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, *DbRez, [this](const QByteArray& block) { return findRezName(block); });

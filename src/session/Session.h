@@ -1,6 +1,7 @@
 #pragma once
 
 #include "forms/Forms.h"
+#include "link/AppContext.h"
 #include "link/CardState.h"
 #include "link/LinkReactions.h"
 #include "link/ModFunctions.h"
@@ -50,6 +51,7 @@ class Session : public LinkReactions {
     Forms forms;
     ModFunctions fn;
     std::unique_ptr<Database> DbRez;
+    AppContext context;
 
     // The main window, loaded on first use.
     FrmStart& frmStart();

@@ -72,6 +72,12 @@ void FormWindow::dispose() {
     deleteLater();
 }
 
+std::optional<QRect> FormWindow::controlRect(const QString& name) const {
+    auto* w = qobject_cast<QWidget*>(binding_ ? binding_->boundTo(name) : nullptr);
+    if (!w || !window_) return std::nullopt;
+    return QRect(w->mapTo(window_, QPoint(0, 0)), w->size());
+}
+
 bool FormWindow::handleKey(QWidget* receiver, QKeyEvent* e) {
     // An ignored key climbs to the parents: handle it at its first receiver only.
     bool climbing = e == lastKey_ && lastReceiver_ && receiver->isAncestorOf(lastReceiver_);

@@ -1,0 +1,227 @@
+// The flat panel window against the virtual card and a copy of the seed database.
+#include "SessionBench.h"
+
+#include "registers/FrmAD9888.h"
+#include "resdb/Database.h"
+#include "sim/VirtualCard.h"
+
+#include <gtest/gtest.h>
+
+using namespace velmorak;
+using velmorak::test::SessionBench;
+using velmorak::test::SimLink;
+
+namespace {
+
+FrmAD9888& openPanel(SessionBench& b) {
+    return dynamic_cast<FrmAD9888&>(b.session->forms.show("frmAD9888"));
+}
+
+QString hexOf(const QByteArray& bytes) {
+    return QString::fromLatin1(bytes.toHex(' ').toUpper());
+}
+
+// The frame of a single register write.
+QString regWrite(int reg, const QByteArray& data) {
+    return hexOf(QByteArray("WREE") + char(32) + char(reg) + data);
+}
+
+// Clicks the cell of a bit on a row, as a user does.
+void clickBit(FrmAD9888& f, int member, int bit) {
+    f.ucBitsField1(member).click(bit);
+}
+
+} // namespace
+
+TEST(Ad9888, OpensWithTheChipRead) {
+    SessionBench b;
+    ASSERT_TRUE(b.start());
+    b.link.clearTrace();
+    FrmAD9888& f = openPanel(b);
+    EXPECT_EQ(f.caption(), "Velmorak Optimization");
+    EXPECT_EQ(b.link.sent(), (QStringList{"52 44 45 45 20 FF", "52 44 45 45 20 FE"}));
+    int sum = 0;
+    for (int reg = 0; reg <= 0x19; ++reg)
+        sum += b.link.reg(32, reg);
+    EXPECT_EQ(f.txtChSum.text(), QString::number(sum));
+    // Register rows hold the chip's bytes (with the masks of their rows).
+    EXPECT_EQ(f.byteOf(1), b.link.reg(32, 0x01));
+    EXPECT_EQ(f.byteOf(6), b.link.reg(32, 0x05));
+    EXPECT_EQ(f.byteOf(34), b.link.reg(32, 0x11));
+    EXPECT_EQ(f.HScrlPLL.value(), b.link.reg(32, 1) * 16 + b.link.reg(32, 2) / 16);
+    EXPECT_EQ(f.HScrlContrast.value(), f.ContrMin);
+    EXPECT_EQ(f.ChkChange.value(), 0);
+    EXPECT_TRUE(f.cmdRead.enabled() && f.cmdLoad.enabled());
+    EXPECT_EQ(b.st().ChipBase, 32);
+}
+
+TEST(Ad9888, WithoutCardTheButtonsAreOff) {
+    SessionBench b({}, QString());
+    ASSERT_TRUE(b.start());
+    FrmAD9888& f = openPanel(b);
+    EXPECT_TRUE(b.link.sent().isEmpty());
+    EXPECT_FALSE(f.cmdRead.enabled() || f.cmdLoad.enabled());
+    f.mnuLoad.click();
+    EXPECT_EQ(b.link.dialogs.messages(), QStringList{"No USB connection"});
+}
+
+// Block B fails: the rows up to 17H are updated, the verdict is Failure, and load-on-change
+// stays dead although the box is ticked.
+TEST(Ad9888, ReadWithOnlyTheFirstBlock) {
+    SessionBench b;
+    ASSERT_TRUE(b.start());
+    FrmAD9888& f = openPanel(b);
+    f.ChkChange.click();
+    EXPECT_TRUE(f.LoadOnChange);
+    b.link.setReg(32, 0x11, 0x5A);
+    b.link.clearTrace();
+    // The first read of this click is block A; block B then finds the card silent.
+    b.link.host.onPump([&b] {
+        const QStringList t = b.link.trace();
+        if (!t.isEmpty() && t.last().contains(" < ")) b.link.silent(true);
+    });
+    f.cmdRead.click();
+    EXPECT_EQ(f.txtMsg.text(), "Failure");
+    EXPECT_EQ(f.byteOf(34), 0x5A);
+    EXPECT_FALSE(f.LoadOnChange);
+    EXPECT_EQ(f.ChkChange.value(), 1);
+    b.link.silent(false);
+    b.link.clearTrace();
+    clickBit(f, 6, 0);
+    EXPECT_TRUE(b.link.sent().isEmpty());
+}
+
+TEST(Ad9888, LoadSendsTheBlockAndChecksTheFirstFourteen) {
+    struct Row {
+        const char* name;
+        int refused; // register the card keeps, -1: none
+        bool ok;
+    };
+    for (const Row& row : {Row{"pass", -1, true}, Row{"refused 05H", 0x05, false},
+                           Row{"refused 15H, unchecked", 0x15, true}}) {
+        SCOPED_TRACE(row.name);
+        SessionBench b;
+        ASSERT_TRUE(b.start());
+        FrmAD9888& f = openPanel(b);
+        b.link.card().setRefusedRegister(32, row.refused);
+        clickBit(f, 6, 1);
+        clickBit(f, 45, 7);
+        const int clamp = f.byteOf(6), mode = f.byteOf(45);
+        b.link.clearTrace();
+        f.cmdLoad.click();
+        ASSERT_GE(b.link.sent().size(), 2);
+        EXPECT_TRUE(b.link.sent()[0].startsWith("57 52 45 45 20 FF"));
+        EXPECT_EQ(b.link.lastSent().size(), 6);
+        EXPECT_EQ(QByteArray::fromHex(b.link.sent()[0].toLatin1()).size(), 6 + 23);
+        EXPECT_EQ(b.link.dialogs.messages(), row.ok ? QStringList() : QStringList{"Failure"});
+        EXPECT_EQ(b.link.reg(32, 0x05) == clamp, row.refused != 0x05);
+        EXPECT_EQ(b.link.reg(32, 0x15) == mode, row.refused != 0x15);
+        EXPECT_EQ(f.cmdLoad.caption(), "&Load");
+        EXPECT_TRUE(f.cmdLoad.enabled());
+    }
+}
+
+// With load-on-change every row change writes its register at once.
+TEST(Ad9888, LoadOnChangeWritesRowByRow) {
+    SessionBench b;
+    ASSERT_TRUE(b.start());
+    FrmAD9888& f = openPanel(b);
+    f.ChkChange.click();
+    struct Row {
+        int member, bit;
+        int regRow, reg, writes; // a slider row writes from its slider and from the row
+    };
+    for (const Row& r : {Row{6, 0, 6, 0x05, 2}, Row{17, 5, 15, 0x0E, 1}, Row{34, 7, 34, 0x11, 2},
+                         Row{52, 0, 52, 0x16, 1}}) {
+        b.link.clearTrace();
+        clickBit(f, r.member, r.bit);
+        const QString frame = regWrite(r.reg, QByteArray(1, char(f.byteOf(r.regRow))));
+        EXPECT_EQ(b.link.sent(), QStringList(r.writes, frame)) << "member " << r.member;
+        EXPECT_EQ(b.link.reg(32, r.reg), f.byteOf(r.regRow));
+    }
+    // Status rows write nothing.
+    b.link.clearTrace();
+    f.ucBitsField1_ClickBit(40);
+    EXPECT_TRUE(b.link.sent().isEmpty());
+}
+
+// Row 1 sends 01H as a byte but 02H as the decimal text of its byte, after the slider's own
+// writes.
+TEST(Ad9888, RowOneSendsRegisterTwoAsText) {
+    SessionBench b;
+    ASSERT_TRUE(b.start());
+    FrmAD9888& f = openPanel(b);
+    f.ChkChange.click();
+    f.ucBitsField1(2).WriteByte(208);
+    f.ucBitsField1(1).WriteByte(104);
+    f.ucBitsField1_ClickBit(2);
+    b.link.clearTrace();
+    clickBit(f, 1, 0); // 104 -> 105
+    const QByteArray b1(1, char(105)), b2(1, char(208));
+    EXPECT_EQ(b.link.sent(),
+              (QStringList{regWrite(1, b1), regWrite(2, b2), regWrite(1, b1), regWrite(2, "208")}));
+    EXPECT_EQ(f.txtPLLc.text(), "1693");
+}
+
+TEST(Ad9888, SlidersAndLists) {
+    SessionBench b;
+    ASSERT_TRUE(b.start());
+    FrmAD9888& f = openPanel(b);
+    const int m1 = f.byteOf(1), m2 = f.byteOf(2);
+    f.HScrlPLL.userSetValue(4096);
+    EXPECT_EQ(f.txtPLLc.text(), "4096");
+    EXPECT_EQ(f.byteOf(1), m1);
+    EXPECT_EQ(f.byteOf(2), m2);
+    f.HScrlPLL.userSetValue(1343);
+    EXPECT_EQ(f.byteOf(1), 83);
+    EXPECT_EQ(f.byteOf(2), 240);
+    f.HScrlPhA.userSetValue(17);
+    EXPECT_EQ(f.byteOf(5), 136);
+    EXPECT_EQ(f.txtPhAdj.text(), "17");
+    f.cbo03_2.userSelect(5);
+    EXPECT_EQ(f.byteOf(4), 40);
+    EXPECT_EQ(f.byteOf(3) & 56, 40);
+    f.cbo15_2.userSelect(2);
+    EXPECT_EQ(f.byteOf(50), 4);
+    EXPECT_EQ(f.byteOf(45) & 6, 4);
+    // A field of 0 shows a text that is none of the list's items.
+    f.ucBitsField1(50).WriteByte(0);
+    f.ucBitsField1_ClickBit(50);
+    EXPECT_EQ(f.cbo15_2.text(), " 75 MHz");
+    EXPECT_EQ(f.cbo15_2.listIndex(), -1);
+}
+
+TEST(Ad9888, DefaultsTakeTheListTextAsBytes) {
+    SessionBench b;
+    ASSERT_TRUE(b.start());
+    FrmAD9888& f = openPanel(b);
+    b.link.clearTrace();
+    f.cmdDefault.click();
+    EXPECT_TRUE(b.link.sent().isEmpty());
+    const QByteArray text = kAd9888Default.list;
+    EXPECT_EQ(f.byteOf(0), '1');
+    EXPECT_EQ(f.byteOf(1), '0');
+    EXPECT_EQ(f.byteOf(2), '5' & 240);
+    EXPECT_EQ(f.byteOf(3), ',' & 248);
+    EXPECT_EQ(f.byteOf(6), text[5]);
+    int sum = 0;
+    for (int i = 0; i < 26; ++i)
+        sum += text[i];
+    EXPECT_EQ(f.txtChSum.text(), QString::number(sum));
+    EXPECT_TRUE(f.cmdDefault.enabled() && f.cmdLoad.enabled() && f.cmdRead.enabled());
+}
+
+// A preset with load-on-change ticked: the rows change without single writes, then one block.
+TEST(Ad9888, PresetWithLoadOnChange) {
+    SessionBench b;
+    ASSERT_TRUE(b.start());
+    FrmAD9888& f = openPanel(b);
+    f.ChkChange.click();
+    b.link.clearTrace();
+    f.control<MenuItem>("mnuPreset4").fireClick();
+    EXPECT_EQ(f.byteOf(1) * 16 + f.byteOf(2) / 16, 1687);
+    ASSERT_EQ(b.link.sent().size(), 2);
+    EXPECT_TRUE(b.link.sent()[0].startsWith("57 52 45 45 20 FF 69 70 A0"));
+    EXPECT_EQ(b.link.sent()[1], "52 44 45 45 20 FF");
+    EXPECT_EQ(b.link.reg(32, 0x03), 160);
+}
