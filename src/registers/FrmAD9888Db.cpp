@@ -54,8 +54,8 @@ void FrmAD9888::presetListClick() {
 
     c_.st.ChipBase = kTransmitter;
     c_.fn.WriteEEBlock(kTransmitter, tx);
-    const QByteArray reply =
-        c_.fn.ReadEE(kTransmitter, 3).left(15) + c_.fn.ReadEE(kTransmitter, 8).left(12);
+    QByteArray reply = c_.fn.ReadEE(kTransmitter, 3).left(15);
+    reply += c_.fn.ReadEE(kTransmitter, 8).left(12);
     const int mode = reply.size() >= 9 ? static_cast<unsigned char>(reply[8]) : -1;
     const int want = tx.isEmpty() ? 0 : static_cast<unsigned char>(tx[0]);
     if (mode < 0 || ((mode ^ want) & 0x7F) != 0)

@@ -225,3 +225,113 @@ TEST(Ad9888, PresetWithLoadOnChange) {
     EXPECT_EQ(b.link.sent()[1], "52 44 45 45 20 FF");
     EXPECT_EQ(b.link.reg(32, 0x03), 160);
 }
+
+namespace {
+
+struct SavedRow {
+    bool exists = false;
+    int reg05 = -1;
+    QString description;
+};
+
+SavedRow rowIn(SessionBench& b, const QString& table, const QString& name) {
+    Recordset rs = b.session->DbRez->OpenRecordset(table);
+    rs.setIndex("Name");
+    rs.Seek("=", name);
+    SavedRow r;
+    if (rs.NoMatch()) return r;
+    r.exists = true;
+    r.reg05 = int(rs.Fields("05").Value().toInt());
+    r.description = rs.Fields("Description").Value().toString();
+    return r;
+}
+
+} // namespace
+
+// Saving asks once, for the first table, and writes both tables or neither.
+TEST(Ad9888, SaveToBothTables) {
+    struct Row {
+        const char* name;
+        const char* typed;
+        MsgResult answer;
+        const char* question;
+        bool saved;
+    };
+    const Row table[] = {
+        {"new name", "My panel", MsgResult::Yes, "Are you sure to add new settings?", true},
+        {"new name, No", "My panel", MsgResult::No, "Are you sure to add new settings?", false},
+        {"existing", "1024x768x75", MsgResult::Yes,
+         "Are you sure to change Settings of 1024x768x75?", true},
+        {"existing, Cancel", "1024x768x75", MsgResult::Cancel,
+         "Are you sure to change Settings of 1024x768x75?", false},
+        {"only in the customer table", "Cust only", MsgResult::Yes,
+         "Are you sure to add new settings?", true},
+    };
+    for (const Row& row : table) {
+        SCOPED_TRACE(row.name);
+        SessionBench b;
+        ASSERT_TRUE(b.start());
+        b.session->DbRez->Execute(
+            "INSERT INTO tblCustValues (NN, Name, NameSort, Vertical) VALUES (99, 'Cust only', "
+            "'Cust only', 0)");
+        FrmAD9888& f = openPanel(b);
+        f.ucBitsField1(6).WriteByte(77);
+        const SavedRow before = rowIn(b, "tblDefValues", row.typed);
+        // The name dialog answers with a name and a description.
+        b.session->forms.registerForm("frmInputBox", [&b, &row]() -> std::unique_ptr<Form> {
+            auto box = std::make_unique<Form>("frmInputBox");
+            b.st().SelRezName = QString("  ") + row.typed + " ";
+            b.st().SelRezDescription = "typed by hand";
+            return box;
+        });
+        b.link.dialogs.answer(row.answer);
+        f.cmdSave.click();
+        ASSERT_EQ(b.link.dialogs.asked().size(), 1u);
+        EXPECT_EQ(b.link.dialogs.asked()[0].text.toStdString(), row.question);
+        for (const char* t : {"tblDefValues", "tblCustValues"}) {
+            const SavedRow after = rowIn(b, t, row.typed);
+            if (row.saved) {
+                EXPECT_EQ(after.reg05, 77) << t;
+                EXPECT_EQ(after.description, "typed by hand") << t;
+            } else if (QString(t) == "tblDefValues") {
+                EXPECT_EQ(after.exists, before.exists);
+                EXPECT_EQ(after.reg05, before.reg05);
+            }
+        }
+    }
+}
+
+// A row of the list goes into both chips; the verdict is the transmitter's check.
+TEST(Ad9888, PresetListLoadsBothChips) {
+    struct Row {
+        const char* name;
+        int refusedTx; // transmitter register the card keeps, -1: none
+        const char* verdict;
+    };
+    for (const Row& row : {Row{"both load", -1, "Load OK"}, Row{"37H kept", 0x37, "Load Failed"}}) {
+        SCOPED_TRACE(row.name);
+        SessionBench b;
+        ASSERT_TRUE(b.start());
+        FrmAD9888& f = openPanel(b);
+        b.link.card().setRefusedRegister(96, row.refusedTx);
+        f.cmdPreset.click();
+        EXPECT_TRUE(f.lstPresets.visible());
+        const int rows = f.lstPresets.listCount();
+        f.cmdPreset.click();
+        EXPECT_EQ(f.lstPresets.listCount(), 2 * rows); // every click adds again
+        b.link.clearTrace();
+        QString seen;
+        f.txtMsg.onChange.connect([&] { seen = f.txtMsg.text(); });
+        f.lstPresets.userSelect(f.lstPresets.indexOf("1280x1024x60"));
+        const QStringList sent = b.link.sent();
+        ASSERT_EQ(sent.size(), 5);
+        EXPECT_TRUE(sent[0].startsWith("57 52 45 45 20 FF 00"));
+        EXPECT_EQ(sent[1], "52 44 45 45 20 FF");
+        EXPECT_TRUE(sent[2].startsWith("57 52 45 45 60 FF"));
+        EXPECT_EQ(sent[3], "52 44 45 45 60 FF");
+        EXPECT_EQ(sent[4], "52 44 45 45 60 FE");
+        EXPECT_EQ(seen.toStdString(), row.verdict);
+        EXPECT_FALSE(f.txtMsg.visible() || f.lstPresets.visible());
+        EXPECT_FALSE(f.LoadOnChange); // the short image left it off
+    }
+}
