@@ -7,6 +7,7 @@
 #include "platform/AppFolder.h"
 #include "platform/Host.h"
 #include "platform/Settings.h"
+#include "registers/ui/FrmAD9888View.h"
 #include "resdb/Database.h"
 #include "resdb/ui/FrmInputBoxView.h"
 #include "session/FrmStart.h"
@@ -70,6 +71,7 @@ int main(int argc, char** argv) {
     ViewRegistry views;
     views.add(QStringLiteral("frmStart"), buildFrmStartView);
     views.add(QStringLiteral("frmInputBox"), buildFrmInputBoxView);
+    views.add(QStringLiteral("frmAD9888"), buildFrmAD9888View);
     views.install(session.forms);
 
     Main loop(session);

@@ -2,6 +2,8 @@
 #include "SessionBench.h"
 
 #include "forms/ui/FormWindow.h"
+#include "registers/FrmAD9888.h"
+#include "registers/ui/FrmAD9888View.h"
 #include "resdb/ui/FrmInputBoxView.h"
 #include "session/ui/FrmStartView.h"
 #include "support/SimProcess.h"
@@ -11,6 +13,8 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QScrollBar>
+#include <QTabWidget>
 #include <gtest/gtest.h>
 
 using namespace velmorak;
@@ -23,6 +27,7 @@ FormWindow* startWithView(SessionBench& b) {
     ViewRegistry views;
     views.add("frmStart", buildFrmStartView);
     views.add("frmInputBox", buildFrmInputBoxView);
+    views.add("frmAD9888", buildFrmAD9888View);
     views.install(b.session->forms);
     if (!b.start()) return nullptr;
     return dynamic_cast<FormWindow*>(b.frm().view());
@@ -69,4 +74,33 @@ TEST(FrmInputBoxView, EveryControlHasItsWidget) {
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
     EXPECT_EQ(view->window()->windowTitle(), "Enter the Name");
+}
+
+// The flat panel window against the card: every control drawn, each tab pictured, and a user's
+// moves on the widgets reach the rows.
+TEST(FrmAD9888View, TabsRowsAndControls) {
+    SessionBench b;
+    ASSERT_NE(startWithView(b), nullptr);
+    auto& f = dynamic_cast<FrmAD9888&>(b.session->forms.show("frmAD9888"));
+    auto* view = dynamic_cast<FormWindow*>(f.view());
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
+    auto* tabs = view->window()->findChild<QTabWidget*>("TabStrip1");
+    ASSERT_NE(tabs, nullptr);
+    for (int t = 0; t < 4; ++t) {
+        tabs->setCurrentIndex(t);
+        EXPECT_EQ(f.TabStrip1.selectedIndex(), t + 1);
+        EXPECT_TRUE(f.control<Frame>(QString("fraT%1").arg(t + 1)).visible());
+        QApplication::processEvents();
+        const QString png =
+            velmorak::test::buildDir() + QString("/tests/frmAD9888-tab%1.png").arg(t + 1);
+        EXPECT_TRUE(view->window()->grab().save(png));
+    }
+    tabs->setCurrentIndex(0);
+    auto* clamp = view->window()->findChild<QScrollBar*>("HScrlClPl");
+    ASSERT_NE(clamp, nullptr);
+    EXPECT_EQ(clamp->value(), f.byteOf(6));
+    clamp->setValue(99);
+    EXPECT_EQ(f.byteOf(6), 99);
+    EXPECT_TRUE(view->controlRect("cmdSave").has_value());
 }

@@ -22,6 +22,8 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QStatusBar>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QTableWidget>
 
 namespace velmorak {
@@ -46,7 +48,8 @@ bool bindableKind(QObject* o) {
            qobject_cast<QComboBox*>(o) || qobject_cast<QListWidget*>(o) ||
            qobject_cast<QTableWidget*>(o) || qobject_cast<QGroupBox*>(o) ||
            qobject_cast<QStatusBar*>(o) || qobject_cast<QProgressBar*>(o) ||
-           qobject_cast<QMenu*>(o) || qobject_cast<QAction*>(o) || qobject_cast<SpinArrows*>(o);
+           qobject_cast<QTabWidget*>(o) || qobject_cast<QMenu*>(o) || qobject_cast<QAction*>(o) ||
+           qobject_cast<SpinArrows*>(o);
 }
 
 QString withoutMnemonic(QString s) {
@@ -87,6 +90,8 @@ FormBinding::FormBinding(Form& form, QWidget* root) : root_(root) {
         if (!targets.contains(name)) targets.insert(name, o);
     };
     for (auto* w : root->findChildren<QWidget*>()) {
+        // The scroll arrows of a tab bar are Qt's own.
+        if (qobject_cast<QTabBar*>(w->parentWidget())) continue;
         if (auto* m = qobject_cast<QMenu*>(w))
             consider(m->menuAction(), m->objectName());
         else
@@ -512,6 +517,24 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             if (p == Prop::Range) qp->setRange(pb->min(), pb->max());
             if (p == Prop::Range || p == Prop::Value) qp->setValue(pb->value());
         });
+        common(c, w);
+        return true;
+    }
+
+    if (auto* ts = dynamic_cast<TabStrip*>(&c)) {
+        auto* tw = qobject_cast<QTabWidget*>(w);
+        if (!tw) return false;
+        watch(c, [ts, tw, base, guard](Prop p) {
+            if (!guard) return;
+            QSignalBlocker b(tw);
+            base(p);
+            if (p == Prop::Items)
+                for (int i = 0; i < tw->count() && i < ts->tabs().size(); ++i)
+                    tw->setTabText(i, ts->tabs()[i]);
+            if (p == Prop::ListIndex && ts->selectedIndex() > 0)
+                tw->setCurrentIndex(ts->selectedIndex() - 1);
+        });
+        connect(tw, &QTabWidget::currentChanged, this, [ts](int i) { ts->userSelect(i + 1); });
         common(c, w);
         return true;
     }

@@ -1,6 +1,7 @@
 #include "session/ui/FrmStartView.h"
 
 #include "forms/Form.h"
+#include "forms/ui/MenuBar.h"
 #include "forms/ui/SpinArrows.h"
 
 #include <QComboBox>
@@ -33,18 +34,6 @@ QLineEdit* readOnlyText(const char* name, const QString& tip, int minWidth) {
     t->setMinimumWidth(minWidth);
     t->setPlaceholderText(tip);
     return t;
-}
-
-// Menus from the form's menu items: a top item becomes a menu, its children actions.
-void buildMenuBar(QMainWindow* w, Form& form) {
-    for (Control* c : form.controls()) {
-        auto* top = dynamic_cast<MenuItem*>(c);
-        if (!top || top->parentMenu()) continue;
-        QMenu* menu = w->menuBar()->addMenu(top->caption());
-        menu->setObjectName(top->name());
-        for (MenuItem* child : top->children())
-            named(menu->addAction(child->caption()), child->name().toLatin1().constData());
-    }
 }
 
 } // namespace
