@@ -3,10 +3,12 @@
 #include "forms/Snapshot.h"
 #include "forms/ui/FormWindow.h"
 #include "forms/ui/QtDialogs.h"
+#include "forms/ui/UiScript.h"
 #include "link/SerialTransport.h"
 #include "platform/AppFolder.h"
 #include "platform/Host.h"
 #include "platform/Settings.h"
+#include "registers/UcBitsField.h"
 #include "registers/ui/FrmAD9888View.h"
 #include "resdb/Database.h"
 #include "resdb/ui/FrmInputBoxView.h"
@@ -23,14 +25,14 @@ using namespace velmorak;
 
 namespace {
 
-// With VELMORAK_STATE_FILE set, the main window's controls are written there whenever they
-// change, for scripted checks from outside the process.
+// With VELMORAK_STATE_FILE set, the controls of every open window are written there whenever
+// they change, for scripted checks from outside the process.
 class StateFile {
   public:
     StateFile(Session& s) : s_(s), path_(qEnvironmentVariable("VELMORAK_STATE_FILE")) {}
     void update() {
-        if (path_.isEmpty() || !s_.forms.isLoaded(QStringLiteral("frmStart"))) return;
-        const QString text = formSnapshot(s_.frmStart()).join(u'\n') + u'\n';
+        if (path_.isEmpty()) return;
+        const QString text = formsSnapshot(s_.forms).join(u'\n') + u'\n';
         if (text == last_) return;
         QSaveFile f(path_);
         if (!f.open(QIODevice::WriteOnly)) return;
@@ -93,6 +95,24 @@ int main(int argc, char** argv) {
         state.update();
     });
     timers.start(10);
+
+    // VELMORAK_SCRIPT: a file of steps that drive the windows (see UiScript).
+    std::unique_ptr<UiScript> script;
+    if (qEnvironmentVariableIsSet("VELMORAK_SCRIPT")) {
+        script = std::make_unique<UiScript>(
+            session.forms, UiScript::readFile(qEnvironmentVariable("VELMORAK_SCRIPT")),
+            [&session] { return session.fn.busy(); });
+        // bit <window>.<row>(<i>) <bit>: a click on one cell of a bit row.
+        script->addVerb(QStringLiteral("bit"), [&session](const QStringList& a) {
+            const int dot = a.isEmpty() ? -1 : int(a[0].indexOf(u'.'));
+            Form* f = dot < 0 ? nullptr : session.forms.get(a[0].left(dot));
+            auto* row = f ? dynamic_cast<UcBitsField*>(f->find(a[0].mid(dot + 1))) : nullptr;
+            if (!row || a.size() < 2) return false;
+            row->click(a[1].toInt());
+            return true;
+        });
+        script->start();
+    }
 
     if (!loop.finished()) app.exec();
     loop.end();

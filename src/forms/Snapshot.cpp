@@ -1,6 +1,7 @@
 #include "forms/Snapshot.h"
 
 #include "forms/Form.h"
+#include "forms/Forms.h"
 
 namespace velmorak {
 
@@ -28,6 +29,14 @@ QStringList formSnapshot(const Form& form) {
                    .arg(c->enabled() ? 1 : 0)
                    .arg(text);
     }
+    return out;
+}
+
+QStringList formsSnapshot(const Forms& forms) {
+    QStringList out;
+    for (const Form* f : forms.forms())
+        for (const QString& line : formSnapshot(*f))
+            out << f->name() + u'.' + line;
     return out;
 }
 

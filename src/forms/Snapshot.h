@@ -14,4 +14,8 @@ QString shownText(const Control& c);
 // the first line is "caption<TAB>" and the window's caption. For diagnostics and outside tests.
 QStringList formSnapshot(const Form& form);
 
+class Forms;
+// Every open window's lines, each prefixed by the window's name and a dot.
+QStringList formsSnapshot(const Forms& forms);
+
 } // namespace velmorak
