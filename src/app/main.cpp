@@ -10,6 +10,7 @@
 #include "platform/Settings.h"
 #include "registers/UcBitsField.h"
 #include "registers/ui/FrmAD9888View.h"
+#include "registers/ui/FrmRLRegView.h"
 #include "resdb/Database.h"
 #include "resdb/ui/FrmInputBoxView.h"
 #include "session/FrmStart.h"
@@ -74,6 +75,7 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmStart"), buildFrmStartView);
     views.add(QStringLiteral("frmInputBox"), buildFrmInputBoxView);
     views.add(QStringLiteral("frmAD9888"), buildFrmAD9888View);
+    views.add(QStringLiteral("frmRLReg"), buildFrmRLRegView);
     views.install(session.forms);
 
     Main loop(session);

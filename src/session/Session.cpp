@@ -2,6 +2,7 @@
 
 #include "link/Transport.h"
 #include "registers/FrmAD9888.h"
+#include "registers/FrmRLReg.h"
 #include "resdb/Database.h"
 #include "resdb/FrmInputBox.h"
 #include "resdb/RezLookup.h"
@@ -28,6 +29,8 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmStart>(*this); });
     forms.registerForm(QStringLiteral("frmAD9888"),
                        [this] { return std::make_unique<FrmAD9888>(context); });
+    forms.registerForm(QStringLiteral("frmRLReg"),
+                       [this] { return std::make_unique<FrmRLReg>(context); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, *DbRez, [this](const QByteArray& block) { return findRezName(block); });

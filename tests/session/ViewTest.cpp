@@ -3,7 +3,9 @@
 
 #include "forms/ui/FormWindow.h"
 #include "registers/FrmAD9888.h"
+#include "registers/FrmRLReg.h"
 #include "registers/ui/FrmAD9888View.h"
+#include "registers/ui/FrmRLRegView.h"
 #include "resdb/ui/FrmInputBoxView.h"
 #include "session/ui/FrmStartView.h"
 #include "support/SimProcess.h"
@@ -28,6 +30,7 @@ FormWindow* startWithView(SessionBench& b) {
     views.add("frmStart", buildFrmStartView);
     views.add("frmInputBox", buildFrmInputBoxView);
     views.add("frmAD9888", buildFrmAD9888View);
+    views.add("frmRLReg", buildFrmRLRegView);
     views.install(b.session->forms);
     if (!b.start()) return nullptr;
     return dynamic_cast<FormWindow*>(b.frm().view());
@@ -103,4 +106,23 @@ TEST(FrmAD9888View, TabsRowsAndControls) {
     clamp->setValue(99);
     EXPECT_EQ(f.byteOf(6), 99);
     EXPECT_TRUE(view->controlRect("cmdSave").has_value());
+}
+
+// The single-register tool: every control drawn, a picture, and the slider moving the cells.
+TEST(FrmRLRegView, ControlsAndSlider) {
+    SessionBench b;
+    ASSERT_NE(startWithView(b), nullptr);
+    b.session->forms.show("frmAD9888");
+    auto& f = dynamic_cast<FrmRLReg&>(b.session->forms.show("frmRLReg"));
+    auto* view = dynamic_cast<FormWindow*>(f.view());
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
+    EXPECT_EQ(view->window()->windowTitle(), "Load / Read Register");
+    auto* slider = view->window()->findChild<QScrollBar*>("HScrlR");
+    ASSERT_NE(slider, nullptr);
+    slider->setValue(0x7F);
+    EXPECT_EQ(f.ucBitsFieldR.ReadByte(), 0x7F);
+    EXPECT_EQ(f.ucBitsFieldR.lblHex(), "7Fh");
+    QApplication::processEvents();
+    EXPECT_TRUE(view->window()->grab().save(velmorak::test::buildDir() + "/tests/frmRLReg.png"));
 }
