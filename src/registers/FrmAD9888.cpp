@@ -4,13 +4,12 @@
 #include "forms/Forms.h"
 #include "link/CardState.h"
 #include "link/ModFunctions.h"
+#include "link/Placement.h"
 #include "link/Transport.h"
 #include "link/ValueHelpers.h"
 #include "platform/Host.h"
 #include "platform/Settings.h"
 #include "registers/Ad9888Map.h"
-
-#include <QRect>
 
 namespace velmorak {
 
@@ -240,16 +239,7 @@ void FrmAD9888::formLoad() {
         cmdRead.setEnabled(false);
         cmdLoad.setEnabled(false);
     }
-    const QString layout =
-        c_.settings.get(QString::fromLatin1(kLayoutKey), QStringLiteral("Layout"));
-    const int comma = int(layout.indexOf(u','));
-    if (comma > 0) {
-        const QRect& scr = c_.screen;
-        const int x = int(Val(layout.left(comma)));
-        const int y = int(Val(layout.mid(comma + 1)));
-        move(qBound(scr.left(), x, scr.right() - width() / 2),
-             qBound(scr.top(), y, scr.bottom() - height() / 2));
-    }
+    placeFromLayout(*this, c_.settings, c_.screen, QString::fromLatin1(kLayoutKey));
     ChkChange.setValue(0);
     LoadOnChange = false;
     c_.st.ChipBase = kDevice;

@@ -4,12 +4,9 @@
 #include "forms/Forms.h"
 #include "link/CardState.h"
 #include "link/ModFunctions.h"
-#include "link/ValueHelpers.h"
+#include "link/Placement.h"
 #include "platform/Host.h"
-#include "platform/Settings.h"
 #include "registers/FrmAD9888.h"
-
-#include <QRect>
 
 namespace velmorak {
 
@@ -62,13 +59,7 @@ void FrmRLReg::formLoad() {
     LoadOnChange = false;
     cboRAddr.setListIndex(0);
     // Nothing writes this key; a position put there by hand is honoured.
-    const QString layout = c_.settings.get(QStringLiteral("frmRLReg"), QStringLiteral("Layout"));
-    const int comma = int(layout.indexOf(u','));
-    if (comma > 0) {
-        const QRect& scr = c_.screen;
-        move(qBound(scr.left(), int(Val(layout.left(comma))), scr.right() - width() / 2),
-             qBound(scr.top(), int(Val(layout.mid(comma + 1))), scr.bottom() - height() / 2));
-    }
+    placeFromLayout(*this, c_.settings, c_.screen, name());
 }
 
 int FrmRLReg::selectedRegister() const {
