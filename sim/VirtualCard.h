@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sim/VideoTiming.h"
+#include "timing/VideoTiming.h"
 
 #include <QByteArray>
 

@@ -15,6 +15,7 @@
 #include <unistd.h>
 #endif
 
+using namespace velmorak;
 using namespace velmorak::sim;
 
 namespace {

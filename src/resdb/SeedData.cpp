@@ -15,14 +15,6 @@ namespace velmorak {
 
 namespace {
 
-const VesaTiming kVesa[] = {
-#include "data/vesa_timings.inc"
-};
-
-int roundCount(double v) {
-    return int(std::clamp(std::nearbyint(v), 0.0, 65535.0));
-}
-
 // AD9888 VCO range by pixel clock (MHz): 10-41, 41-82, 82-150, 150-205.
 int vcoRange(double mhz) {
     return mhz < 41 ? 0 : mhz < 82 ? 1 : mhz < 150 ? 2 : 3;
@@ -49,21 +41,6 @@ int inputBandwidth(double mhz) {
 }
 
 } // namespace
-
-std::optional<VesaTiming> FindVesaTiming(int width, int height, int rate) {
-    for (const VesaTiming& t : kVesa)
-        if (t.width == width && t.height == height && t.rate == rate) return t;
-    return std::nullopt;
-}
-
-SyncCounts MeasureSyncCounts(const VesaTiming& t, int firmwareMajor) {
-    const double vf = t.frameRate();
-    if (firmwareMajor == 1) {
-        const double hf = t.pixelClockKHz * 1000.0 / t.hTotal();
-        return {roundCount(3125000.0 / vf), roundCount(1.6e9 / hf)};
-    }
-    return {roundCount(195312.0 / vf), roundCount(2.0 * t.vTotal())};
-}
 
 QByteArray ParamBlockWithCounts(const SyncCounts& c, int firmwareMajor) {
     QByteArray b(24, '\0');
@@ -206,7 +183,7 @@ QStringList ValidateSeed(const SeedSource& src) {
     QSet<int> codes;
     QSet<QString> names;
     for (const SeedMode& m : src.modes) {
-        const auto t = FindVesaTiming(m.width, m.height, m.rate);
+        const auto t = findVesaTiming({m.width, m.height, m.rate});
         if (!t) {
             problems << m.name + ": no VESA timing";
             continue;
@@ -222,7 +199,7 @@ QStringList ValidateSeed(const SeedSource& src) {
         const int code = int(group + 1) * 16 + int(slot);
         if (codes.contains(code)) problems << m.name + ": its slot is taken";
         codes.insert(code);
-        const SyncCounts c = MeasureSyncCounts(*t, 2);
+        const SyncCounts c = measure({t->width, t->height, t->rate}, 2);
         const int h = int(std::nearbyint(c.syncH / 2.0));
         const int measured = RezClassCode(c.syncV, h, vBorders, hBorders);
         if (measured != code)
@@ -271,7 +248,7 @@ void BuildSeedDatabase(const SeedSource& src, const QString& path) {
         for (const char* table : {"tblDefValues", "tblCustValues"}) {
             Recordset rs = db->OpenRecordset(QLatin1String(table));
             for (const SeedMode& m : src.modes) {
-                RezRow row = ComputeRezRow(*FindVesaTiming(m.width, m.height, m.rate), m.name,
+                RezRow row = ComputeRezRow(*findVesaTiming({m.width, m.height, m.rate}), m.name,
                                            m.description);
                 row.NN = qint16(rs.RecordCount() + 1);
                 rs.AddNew();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "resdb/Schema.h"
+#include "timing/VideoTiming.h"
 
 #include <QString>
 #include <QStringList>
@@ -10,27 +11,6 @@
 
 namespace velmorak {
 
-// One row of data/vesa_timings.inc.
-struct VesaTiming {
-    int width, height, rate;
-    int pixelClockKHz;
-    int hFront, hSync, hBack;
-    int vFront, vSync, vBack;
-    int hPositive, vPositive;
-    int hTotal() const { return width + hFront + hSync + hBack; }
-    int vTotal() const { return height + vFront + vSync + vBack; }
-    double frameRate() const { return pixelClockKHz * 1000.0 / (double(hTotal()) * vTotal()); }
-};
-std::optional<VesaTiming> FindVesaTiming(int width, int height, int rate);
-
-// The card's sync counters for a timing (the measurement model of its firmware):
-// major 2 and later: SyncV = round(195312 / Vf), SyncH = 2 * vTotal;
-// major 1: SyncV = round(3125000 / Vf), SyncH = round(1.6e9 / Hf).
-struct SyncCounts {
-    int syncV = 0;
-    int syncH = 0;
-};
-SyncCounts MeasureSyncCounts(const VesaTiming& t, int firmwareMajor);
 // A 24-byte parameter block carrying those counts (big-endian at 15-16 and 17-18) and the major.
 QByteArray ParamBlockWithCounts(const SyncCounts& c, int firmwareMajor);
 

@@ -61,19 +61,17 @@ TEST_F(SeedTest, ListsComeFromTheTables) {
 TEST_F(SeedTest, EveryModeIsNamedFromItsCounts) {
     ASSERT_GE(source.modes.size(), 20u);
     for (const SeedMode& m : source.modes) {
-        const auto t = FindVesaTiming(m.width, m.height, m.rate);
-        ASSERT_TRUE(t) << m.name.toStdString();
-        const QByteArray params = ParamBlockWithCounts(MeasureSyncCounts(*t, 2), 2);
+        ASSERT_TRUE(findVesaTiming({m.width, m.height, m.rate})) << m.name.toStdString();
+        const QByteArray params = ParamBlockWithCounts(measure({m.width, m.height, m.rate}, 2), 2);
         EXPECT_EQ(FindRezName(params, lists, *db), m.name) << m.name.toStdString();
     }
     // Firmware 1 counts are not classified: they name nothing rather than a wrong mode.
     for (const SeedMode& m : source.modes) {
-        const auto t = FindVesaTiming(m.width, m.height, m.rate);
-        const QByteArray params = ParamBlockWithCounts(MeasureSyncCounts(*t, 1), 1);
+        const QByteArray params = ParamBlockWithCounts(measure({m.width, m.height, m.rate}, 1), 1);
         EXPECT_EQ(FindRezName(params, lists, *db), "") << m.name.toStdString();
     }
     // A common mode is there by its usual name.
-    const SyncCounts c = MeasureSyncCounts(*FindVesaTiming(1024, 768, 75), 2);
+    const SyncCounts c = measure({1024, 768, 75}, 2);
     EXPECT_EQ(FindRezName(block(c.syncV, c.syncH), lists, *db), "1024x768x75");
 }
 
@@ -138,7 +136,7 @@ TEST_F(SeedTest, RegistersFollowTheTiming) {
     Recordset rs = db->OpenRecordset("tblDefValues");
     rs.setIndex("Name");
     for (const SeedMode& m : source.modes) {
-        const VesaTiming t = *FindVesaTiming(m.width, m.height, m.rate);
+        const VesaTiming t = *findVesaTiming({m.width, m.height, m.rate});
         rs.Seek("=", m.name);
         ASSERT_FALSE(rs.NoMatch()) << m.name.toStdString();
         const RezRow r = ReadRezRow(rs);

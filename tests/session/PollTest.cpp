@@ -131,7 +131,7 @@ TEST(Poll, CheckSyncReadings) {
         ASSERT_TRUE(b.start());
         FrmStart& f = b.frm();
         for (auto [v, h] : row.counts) {
-            b.link.card().setMeasuredCounts(sim::SyncCounts{v, h});
+            b.link.card().setMeasuredCounts(SyncCounts{v, h});
             f.cmdSync.click();
             EXPECT_FALSE(f.cmdSync.enabled());
             f.cmdSync.click(); // a second press finds the button off
@@ -182,7 +182,7 @@ TEST(Poll, CheckSyncErrorWhenTheHorizontalValueHasNoPoint) {
     SessionBench b(c);
     ASSERT_TRUE(b.start());
     FrmStart& f = b.frm();
-    b.link.card().setMeasuredCounts(sim::SyncCounts{0x0A00, 0x0100});
+    b.link.card().setMeasuredCounts(SyncCounts{0x0A00, 0x0100});
     f.cmdSync.click();
     b.passes(1);
     EXPECT_EQ(b.st().Connected, 0);

@@ -17,7 +17,7 @@ sim::CardConfig configOf(const SimLink::Card& c) {
     if (c.source.isEmpty()) {
         cfg.source.reset();
     } else {
-        cfg.source = sim::parseVideoMode(c.source);
+        cfg.source = parseVideoMode(c.source);
     }
     return cfg;
 }

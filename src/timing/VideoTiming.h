@@ -4,7 +4,7 @@
 
 #include <optional>
 
-namespace velmorak::sim {
+namespace velmorak {
 
 // A video source as the card sees it: active size and nominal frame rate.
 struct VideoMode {
@@ -14,7 +14,7 @@ struct VideoMode {
     bool operator==(const VideoMode&) const = default;
 };
 
-// One row of the VESA timing table.
+// One row of the VESA timing table (data/vesa_timings.inc).
 struct VesaTiming {
     int width, height, rate;
     int pixelClockKHz;
@@ -23,6 +23,7 @@ struct VesaTiming {
     int hPositive, vPositive;
     int hTotal() const { return width + hFront + hSync + hBack; }
     int vTotal() const { return height + vFront + vSync + vBack; }
+    double frameRate() const { return pixelClockKHz * 1000.0 / (double(hTotal()) * vTotal()); }
 };
 
 // The line timing a mode is sent with.
@@ -48,11 +49,13 @@ struct SyncCounts {
 std::optional<VesaTiming> findVesaTiming(const VideoMode& mode);
 // The table row, or hTotal = W*1.32, vTotal = H*1.045, clock = hTotal*vTotal*rate.
 LineTiming lineTiming(const VideoMode& mode);
-// The counters the card's firmware of the given major number reports for the mode.
+// The counters the card's firmware of the given major number reports for the mode:
+// major 2 and later: SyncV = round(195312 / Vf), SyncH = 2 * vTotal;
+// major 1: SyncV = round(3125000 / Vf), SyncH = round(1.6e9 / Hf).
 SyncCounts measure(const VideoMode& mode, int firmwareMajor);
 
 // "1024x768x75"; nullopt for anything else.
 std::optional<VideoMode> parseVideoMode(const QString& text);
 QString videoModeName(const VideoMode& mode);
 
-} // namespace velmorak::sim
+} // namespace velmorak

@@ -1,11 +1,11 @@
-#include "sim/VideoTiming.h"
+#include "timing/VideoTiming.h"
 
 #include <QStringList>
 
 #include <algorithm>
 #include <cmath>
 
-namespace velmorak::sim {
+namespace velmorak {
 
 namespace {
 
@@ -69,4 +69,4 @@ QString videoModeName(const VideoMode& m) {
     return QStringLiteral("%1x%2x%3").arg(m.width).arg(m.height).arg(m.rate);
 }
 
-} // namespace velmorak::sim
+} // namespace velmorak
