@@ -67,8 +67,9 @@ qint64 PtyServer::elapsedMs() const {
     return microsSince(started_) / 1000;
 }
 
-void PtyServer::serve(const std::atomic<bool>& stop) {
-    QByteArray pending;
+void PtyServer::serve(const std::atomic<bool>& stop, int controlFd,
+                      const std::function<void(const QString&)>& onLine) {
+    QByteArray pending, typed;
     Clock::time_point lastByte = Clock::now();
     char buf[512];
     while (!stop && master_ >= 0) {
@@ -83,17 +84,34 @@ void PtyServer::serve(const std::atomic<bool>& stop) {
             }
             timeout = int((left + 999) / 1000);
         }
-        pollfd p{master_, POLLIN, 0};
-        const int n = ::poll(&p, 1, timeout);
+        pollfd p[2] = {{master_, POLLIN, 0}, {controlFd, POLLIN, 0}};
+        const int n = ::poll(p, controlFd >= 0 ? 2 : 1, timeout);
         if (n < 0 && errno != EINTR) break;
         if (n <= 0) continue;
-        if (p.revents & POLLIN) {
+        if (controlFd >= 0 && p[1].revents) {
+            const ssize_t got = ::read(controlFd, buf, sizeof buf);
+            if (got <= 0) {
+                controlFd = -1; // end of input: serve on without it
+            } else {
+                typed.append(buf, got);
+                for (qsizetype nl; (nl = typed.indexOf('\n')) >= 0;) {
+                    const QString line = QString::fromLocal8Bit(typed.left(nl));
+                    typed.remove(0, nl + 1);
+                    if (onLine) onLine(line);
+                }
+                if (card_.unplugged()) {
+                    shutdown();
+                    break;
+                }
+            }
+        }
+        if (p[0].revents & POLLIN) {
             const ssize_t got = ::read(master_, buf, sizeof buf);
             if (got > 0) {
                 pending.append(buf, got);
                 lastByte = Clock::now();
             }
-        } else if (p.revents & (POLLHUP | POLLERR)) {
+        } else if (p[0].revents & (POLLHUP | POLLERR)) {
             // Only while nobody holds the slave; the keeper prevents it, but never spin.
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
         }

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 
 namespace velmorak::sim {
 
@@ -28,8 +29,10 @@ class PtyServer {
     bool start(QString* error = nullptr);
     // The device a program opens, e.g. /dev/pts/7.
     QString slavePath() const { return slave_; }
-    // Answers frames until stop is set or the card vanishes (then the line is closed).
-    void serve(const std::atomic<bool>& stop);
+    // Answers frames until stop is set or the card vanishes (then the line is closed). Lines
+    // read from controlFd (when given) go to onLine between frames; its end stops the reading.
+    void serve(const std::atomic<bool>& stop, int controlFd = -1,
+               const std::function<void(const QString&)>& onLine = {});
     bool unplugged() const { return card_.unplugged(); }
     // Closes both sides: whoever has the slave open sees the device go.
     void shutdown();

@@ -1,4 +1,5 @@
 // velmorak-cardsim: the virtual card on a pseudo-terminal.
+#include "sim/Console.h"
 #include "sim/PtyServer.h"
 #include "sim/VirtualCard.h"
 #include "sim/WireTrace.h"
@@ -24,16 +25,18 @@ const char* const kUsage =
     "usage: velmorak-cardsim [--receiver|--transmitter] [--rgb|--dvi] [--fibres 1|2]\n"
     "                        [--firmware M.m] [--source WxHxR|none] [--no-monitor]\n"
     "                        [--link PATH] [--trace FILE] [--silent] [--short N]\n"
-    "                        [--unplug-after N] [--delay MS] [--help]\n"
+    "                        [--unplug-after N] [--delay MS] [--console] [--help]\n"
     "A virtual card on a pseudo-terminal. Prints the device path, then serves until\n"
     "interrupted. Defaults: --transmitter --rgb --fibres 2 --firmware 2.3\n"
-    "--source 1024x768x75.\n";
+    "--source 1024x768x75. With --console, commands typed on standard input change\n"
+    "the card while it runs (type help).\n";
 
 struct Options {
     CardConfig card;
     Faults faults;
     QString link;
     QString trace;
+    bool console = false;
 };
 
 int usageError(const QString& what) {
@@ -70,6 +73,8 @@ int parse(const QStringList& args, Options& o) {
             o.card.rgb = false;
         else if (a == "--no-monitor")
             o.card.monitorAttached = false;
+        else if (a == "--console")
+            o.console = true;
         else if (a == "--silent")
             o.faults.silent = true;
         else if (a == "--fibres") {
@@ -170,7 +175,15 @@ int main(int argc, char** argv) {
     std::printf("%s\n", qPrintable(server.slavePath()));
     std::fflush(stdout);
 
-    server.serve(stopRequested);
+    if (o.console) {
+        server.serve(stopRequested, STDIN_FILENO, [&card](const QString& line) {
+            const QString answer = consoleCommand(card, line);
+            if (!answer.isEmpty()) std::printf("%s\n", qPrintable(answer));
+            std::fflush(stdout);
+        });
+    } else {
+        server.serve(stopRequested);
+    }
     server.shutdown();
     if (!o.link.isEmpty()) unlink(o.link.toLocal8Bit().constData());
     if (card.unplugged()) std::fputs("unplugged\n", stderr);
