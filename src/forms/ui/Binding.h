@@ -23,6 +23,15 @@ using WidgetBinder = std::function<std::optional<Connection>(Control&, QWidget*)
 // Registering a class again replaces its binder.
 void registerWidgetBinder(const QMetaObject& widgetClass, WidgetBinder binder);
 
+// Gives a view's widget the object name that binds it to the control of that name.
+template <class W> W* named(W* w, const QString& name) {
+    w->setObjectName(name);
+    return w;
+}
+template <class W> W* named(W* w, const char* name) {
+    return named(w, QString::fromLatin1(name));
+}
+
 // Binds the control models of a form to the widgets under a root, both ways, by object name
 // ("cmdLoad", or "ucBitsField1(3)" for an array element). Model writes update widgets without
 // echo; user actions on widgets go through the models' user paths and fire their events once.

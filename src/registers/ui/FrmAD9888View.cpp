@@ -1,5 +1,6 @@
 #include "registers/ui/FrmAD9888View.h"
 
+#include "forms/ui/Binding.h"
 #include "forms/ui/MenuBar.h"
 #include "registers/Ad9888Map.h"
 #include "registers/ui/RegisterTabsView.h"
@@ -22,11 +23,6 @@
 namespace velmorak {
 
 namespace {
-
-template <class W> W* named(W* w, const QString& name) {
-    w->setObjectName(name);
-    return w;
-}
 
 // A control of the "Control" column by the prefix of its name.
 QWidget* controlWidget(const QString& name) {

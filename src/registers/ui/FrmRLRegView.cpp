@@ -1,5 +1,6 @@
 #include "registers/ui/FrmRLRegView.h"
 
+#include "forms/ui/Binding.h"
 #include "registers/ui/BitsFieldView.h"
 
 #include <QCheckBox>
@@ -14,15 +15,6 @@
 #include <QVBoxLayout>
 
 namespace velmorak {
-
-namespace {
-
-template <class W> W* named(W* w, const char* name) {
-    w->setObjectName(QString::fromLatin1(name));
-    return w;
-}
-
-} // namespace
 
 QWidget* buildFrmRLRegView(Form& form) {
     (void)form;

@@ -1,6 +1,7 @@
 #include "session/ui/FrmStartView.h"
 
 #include "forms/Form.h"
+#include "forms/ui/Binding.h"
 #include "forms/ui/MenuBar.h"
 #include "forms/ui/SpinArrows.h"
 
@@ -20,11 +21,6 @@
 namespace velmorak {
 
 namespace {
-
-template <class W> W* named(W* w, const char* name) {
-    w->setObjectName(QString::fromLatin1(name));
-    return w;
-}
 
 QLineEdit* readOnlyText(const char* name, const QString& tip, int minWidth) {
     auto* t = named(new QLineEdit, name);
