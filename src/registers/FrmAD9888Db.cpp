@@ -2,6 +2,9 @@
 // saving the rows to both tables.
 #include "registers/FrmAD9888.h"
 
+#include "resdb/Database.h"
+#include "resdb/DbError.h"
+
 #include "forms/Dialogs.h"
 #include "forms/Forms.h"
 #include "link/CardState.h"
@@ -9,6 +12,7 @@
 #include "link/ValueHelpers.h"
 #include "platform/Host.h"
 #include "resdb/Database.h"
+#include "resdb/DbError.h"
 #include "resdb/RezLookup.h"
 #include "resdb/Schema.h"
 
@@ -83,8 +87,25 @@ void FrmAD9888::saveClick() {
     c_.forms.show(QStringLiteral("frmInputBox"), true);
     const QString name = st.SelRezName.trimmed();
     if (name.isEmpty()) return;
-    if (!saveToTable(QStringLiteral("tblDefValues"), true, name, st.SelRezDescription)) return;
-    saveToTable(QStringLiteral("tblCustValues"), false, name, st.SelRezDescription);
+    // Both tables or neither: a database that refuses the write loses nothing.
+    Database& db = c_.db();
+    try {
+        db.BeginTrans();
+        if (!saveToTable(QStringLiteral("tblDefValues"), true, name, st.SelRezDescription)) {
+            db.Rollback();
+            return;
+        }
+        saveToTable(QStringLiteral("tblCustValues"), false, name, st.SelRezDescription);
+        db.CommitTrans();
+    } catch (const DbError& e) {
+        try {
+            db.Rollback();
+        } catch (const DbError&) {
+            // Nothing was begun that could be left behind.
+        }
+        c_.dialogs.messageBox(QStringLiteral("The settings were not saved: ") + e.Description(),
+                              MsgButtons::OK, st.AppTitle, MsgIcon::Exclamation);
+    }
 }
 
 // One table of the save; false when the user said anything but Yes.

@@ -335,3 +335,39 @@ TEST(Ad9888, PresetListLoadsBothChips) {
         EXPECT_FALSE(f.LoadOnChange); // the short image left it off
     }
 }
+
+// A database that refuses the write, at once or at the second table: a message saying so, no
+// row in either table, the window goes on.
+TEST(Ad9888, SaveThatTheDatabaseRefuses) {
+    struct Row {
+        const char* name;
+        const char* setUp;
+        const char* undo;
+        int questions;
+    };
+    for (const Row& row :
+         {Row{"read-only", "PRAGMA query_only = ON", "PRAGMA query_only = OFF", 0},
+          Row{"second table fails",
+              "CREATE TRIGGER full BEFORE INSERT ON tblCustValues BEGIN SELECT RAISE(ABORT, "
+              "'database or disk is full'); END",
+              "DROP TRIGGER full", 1}}) {
+        SCOPED_TRACE(row.name);
+        SessionBench b;
+        ASSERT_TRUE(b.start());
+        FrmAD9888& f = openPanel(b);
+        b.session->forms.registerForm("frmInputBox", [&b]() -> std::unique_ptr<Form> {
+            b.st().SelRezName = "My panel";
+            return std::make_unique<Form>("frmInputBox");
+        });
+        b.session->DbRez->Execute(row.setUp);
+        b.link.dialogs.answer(MsgResult::Yes);
+        EXPECT_NO_THROW(f.cmdSave.click());
+        const QStringList m = b.link.dialogs.messages();
+        ASSERT_EQ(m.size(), row.questions + 1);
+        EXPECT_TRUE(m.last().startsWith("The settings were not saved: ")) << m.last().toStdString();
+        b.session->DbRez->Execute(row.undo);
+        EXPECT_FALSE(rowIn(b, "tblDefValues", "My panel").exists);
+        EXPECT_FALSE(rowIn(b, "tblCustValues", "My panel").exists);
+        EXPECT_TRUE(f.cmdSave.enabled());
+    }
+}
