@@ -2,6 +2,7 @@
 #include "session/Main.h"
 #include "forms/Snapshot.h"
 #include "forms/ui/FormWindow.h"
+#include "forms/ui/GuardedApplication.h"
 #include "forms/ui/QtDialogs.h"
 #include "forms/ui/UiScript.h"
 #include "link/SerialTransport.h"
@@ -50,7 +51,7 @@ class StateFile {
 } // namespace
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    GuardedApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Velmorak"));
     QApplication::setApplicationName(QStringLiteral("Velmorak"));
     QApplication::setApplicationVersion(QStringLiteral(VELMORAK_VERSION));
@@ -59,6 +60,10 @@ int main(int argc, char** argv) {
     QtSettingsStore settings;
     SerialTransport port(settings);
     QtDialogs dialogs;
+    app.setReporter([&dialogs](const QString& what) {
+        dialogs.messageBox(QStringLiteral("This action stopped on an error: ") + what,
+                           MsgButtons::OK, QStringLiteral("Velmorak"), MsgIcon::Critical);
+    });
     QRect screen(0, 0, 1024, 768);
     if (QScreen* s = QGuiApplication::primaryScreen()) screen = s->availableGeometry();
     Platform platform{host,

@@ -1,5 +1,7 @@
 // Runs every test inside one QApplication, offscreen, with settings and runtime files in a
 // temporary folder, so no test touches the user's own configuration.
+#include "forms/ui/GuardedApplication.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -21,7 +23,7 @@ int main(int argc, char** argv) {
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, scratch.filePath("config"));
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, scratch.filePath("config"));
-    QApplication app(argc, argv);
+    velmorak::GuardedApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
