@@ -1,5 +1,6 @@
 // The tool: real clock, serial port, dialogs and settings around the session.
 #include "session/Main.h"
+#include "forms/Boundary.h"
 #include "forms/Snapshot.h"
 #include "forms/ui/FormWindow.h"
 #include "forms/ui/GuardedApplication.h"
@@ -89,18 +90,18 @@ int main(int argc, char** argv) {
         dialogs.setParent(view->window());
 
     QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, [&] {
+    QObject::connect(&poll, &QTimer::timeout, guarded([&] {
         loop.pollPass();
         if (loop.finished()) app.quit();
-    });
+    }));
     poll.start(Main::kPollPeriodMs);
     StateFile state(session);
     state.update();
     QTimer timers;
-    QObject::connect(&timers, &QTimer::timeout, [&] {
+    QObject::connect(&timers, &QTimer::timeout, guarded([&] {
         session.forms.pollTimers();
         state.update();
-    });
+    }));
     timers.start(10);
 
     // VELMORAK_SCRIPT: a file of steps that drive the windows (see UiScript).

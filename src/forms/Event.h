@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/Boundary.h"
+
 #include <algorithm>
 #include <functional>
 #include <memory>
@@ -43,7 +45,8 @@ class ScopedConnection {
     Connection c_;
 };
 
-// A synchronous event: handlers run in connection order, inside the call that fires it.
+// A synchronous event: handlers run in connection order, inside the call that fires it, and
+// count as handlers on the stack (HandlerScope).
 // Handlers may connect or disconnect handlers while it fires.
 template <class... Args> class Event {
   public:
@@ -65,6 +68,7 @@ template <class... Args> class Event {
     Connection operator+=(Handler fn) { return connect(std::move(fn)); }
 
     void operator()(Args... args) const {
+        const HandlerScope running;
         auto keep = slots_;
         auto snapshot = keep->list;
         for (const auto& slot : snapshot) {

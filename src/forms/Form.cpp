@@ -34,7 +34,10 @@ void Form::move(int left, int top, int width, int height) {
     width_ = width;
     height_ = height;
     onPropertyChanged(Prop::Geometry);
-    if (resized) formResize();
+    if (resized) {
+        const HandlerScope running;
+        formResize();
+    }
 }
 
 void Form::setEnabled(bool on) {
@@ -90,12 +93,15 @@ std::vector<Control*> Form::controls() const {
 }
 
 void Form::load() {
-    if (loaded_) return;
+    if (loaded_ || released_) return;
+    const HandlerScope running;
     loaded_ = true;
     formLoad();
 }
 
 void Form::show(bool modal) {
+    if (released_) return;
+    const HandlerScope running;
     load();
     if (!loaded_) return; // unloaded by its own load
     if (!visible_) {
@@ -122,7 +128,10 @@ bool Form::unload() {
 bool Form::unloadHere() {
     if (!loaded_) return true;
     bool cancel = false;
-    formUnload(cancel);
+    {
+        const HandlerScope running;
+        formUnload(cancel);
+    }
     if (cancel) return false;
     loaded_ = false;
     if (visible_) {
@@ -138,7 +147,8 @@ void Form::detachView() {
 }
 
 bool Form::previewKey(int key, Qt::KeyboardModifiers mods) {
-    if (!keyPreview_) return false;
+    if (!keyPreview_ || !loaded_) return false;
+    const HandlerScope running;
     keyDown(key, mods);
     return key == 0;
 }

@@ -128,7 +128,13 @@ class Form {
     // Runs formUnload; false when it cancelled. Through Forms when the form belongs to one.
     bool unload();
     // Runs formActivate (the view calls it when the window becomes active).
-    void activate() { formActivate(); }
+    void activate() {
+        const HandlerScope running;
+        formActivate();
+    }
+    // Unloaded through its Forms and waiting to be freed: it loads and shows no more, while a
+    // handler of it that is still running may go on touching its controls.
+    bool released() const { return released_; }
     // A key from the view; returns true when the form swallowed it (keyDown set it to 0).
     bool previewKey(int key, Qt::KeyboardModifiers mods);
 
@@ -169,6 +175,7 @@ class Form {
     bool enabled_ = true;
     bool keyPreview_ = false;
     bool loaded_ = false;
+    bool released_ = false;
     WindowState state_ = WindowState::Normal;
     std::vector<std::unique_ptr<Control>> singles_;
     std::vector<std::unique_ptr<ControlArrayBase>> arrays_;

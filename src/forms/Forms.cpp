@@ -60,6 +60,7 @@ bool Forms::unload(const QString& name) {
     // The unload hook may have loaded or unloaded others; find the form again.
     it = std::find_if(open_.begin(), open_.end(), [&](const auto& p) { return p.get() == f; });
     if (it != open_.end()) {
+        f->released_ = true;
         unloaded_.push_back(std::move(*it));
         open_.erase(it);
     }
@@ -93,6 +94,11 @@ std::vector<Form*> Forms::forms() const {
 
 void Forms::pollTimers() {
     if (host_) pollTimers(host_->now());
+}
+
+void Forms::collect() {
+    // A handler on the stack may belong to an unloaded window.
+    if (HandlerScope::depth() == 0) unloaded_.clear();
 }
 
 void Forms::pollTimers(qint64 now) {

@@ -15,8 +15,8 @@ namespace velmorak {
 class Host;
 
 // The open windows, by name, in load order. A window is made by its registered factory when
-// first loaded; unloading frees it (after the handler that unloaded it has returned: freed
-// forms are collected by collect(), pollTimers() and the destructor).
+// first loaded; unloading frees it once no window handler is on the stack any more (collect(),
+// pollTimers() and the destructor free what was unloaded).
 class Forms {
   public:
     using Factory = std::function<std::unique_ptr<Form>()>;
@@ -57,7 +57,7 @@ class Forms {
     // Ticks the timers of every open window at the host's time (or at `now`).
     void pollTimers();
     void pollTimers(qint64 now);
-    void collect() { unloaded_.clear(); }
+    void collect();
 
     Event<Form&> onLoaded;
     Event<const QString&> onUnloaded;

@@ -2,6 +2,8 @@
 
 #include "forms/ui/SpinArrows.h"
 
+#include "forms/Boundary.h"
+
 #include <QAbstractButton>
 #include <QAbstractSlider>
 #include <QAction>
@@ -64,6 +66,18 @@ QString buddyText(QWidget* root, QWidget* w) {
     for (auto* l : root->findChildren<QLabel*>())
         if (l->buddy() == w) return withoutMnemonic(l->text());
     return QString();
+}
+
+// A check box model holds 0 (unticked), 1 (ticked) or 2 (greyed).
+void showCheck(QAbstractButton* box, int value) {
+    if (auto* q = qobject_cast<QCheckBox*>(box)) {
+        q->setTristate(value == 2);
+        q->setCheckState(value == 1   ? Qt::Checked
+                         : value == 2 ? Qt::PartiallyChecked
+                                      : Qt::Unchecked);
+    } else {
+        box->setChecked(value == 1);
+    }
 }
 
 template <class W> void setListItems(W* w, const QStringList& items) {
@@ -205,11 +219,11 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             }
         });
         if (auto* menu = a->menu()) menu->setAccessibleDescription(c.fullName());
-        connect(a, &QAction::triggered, this, [m, a] {
-            m->click();
-            QSignalBlocker b(a);
-            a->setChecked(m->checked());
-        });
+        connect(a, &QAction::triggered, this, guarded([m, a] {
+                    m->click();
+                    QSignalBlocker b(a);
+                    a->setChecked(m->checked());
+                }));
         return true;
     }
     if (!w) return false;
@@ -232,7 +246,7 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
                 }
             });
             connect(le, &QLineEdit::textEdited, this,
-                    [t, le](const QString& s) { t->userEdit(s, le->cursorPosition()); });
+                    guarded([t, le](const QString& s) { t->userEdit(s, le->cursorPosition()); }));
         } else if (auto* pe = qobject_cast<QPlainTextEdit*>(w)) {
             watch(c, [t, pe, base, guard](Prop p) {
                 if (!guard) return;
@@ -241,8 +255,9 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
                 if (p == Prop::Text && pe->toPlainText() != t->text()) pe->setPlainText(t->text());
                 if (p == Prop::Locked) pe->setReadOnly(t->locked());
             });
-            connect(pe, &QPlainTextEdit::textChanged, this,
-                    [t, pe] { t->userEdit(pe->toPlainText(), pe->textCursor().position()); });
+            connect(pe, &QPlainTextEdit::textChanged, this, guarded([t, pe] {
+                        t->userEdit(pe->toPlainText(), pe->textCursor().position());
+                    }));
         } else {
             return false;
         }
@@ -267,12 +282,12 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
                 }
                 if (p == Prop::Range || p == Prop::Value) sl->setValue(s->value());
             });
-            connect(sl, &QAbstractSlider::sliderPressed, this, [s] { s->beginDrag(); });
-            connect(sl, &QAbstractSlider::sliderMoved, this, [s](int v) { s->dragTo(v); });
-            connect(sl, &QAbstractSlider::sliderReleased, this, [s] { s->endDrag(); });
-            connect(sl, &QAbstractSlider::valueChanged, this, [s, sl](int v) {
-                if (!sl->isSliderDown()) s->userSetValue(v);
-            });
+            connect(sl, &QAbstractSlider::sliderPressed, this, guarded([s] { s->beginDrag(); }));
+            connect(sl, &QAbstractSlider::sliderMoved, this, guarded([s](int v) { s->dragTo(v); }));
+            connect(sl, &QAbstractSlider::sliderReleased, this, guarded([s] { s->endDrag(); }));
+            connect(sl, &QAbstractSlider::valueChanged, this, guarded([s, sl](int v) {
+                        if (!sl->isSliderDown()) s->userSetValue(v);
+                    }));
         } else if (auto* sp = qobject_cast<QSpinBox*>(w)) {
             watch(c, [s, sp, base, guard](Prop p) {
                 if (!guard) return;
@@ -284,7 +299,7 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
                 }
                 if (p == Prop::Range || p == Prop::Value) sp->setValue(s->value());
             });
-            connect(sp, &QSpinBox::valueChanged, this, [s](int v) { s->userSetValue(v); });
+            connect(sp, &QSpinBox::valueChanged, this, guarded([s](int v) { s->userSetValue(v); }));
         } else {
             return false;
         }
@@ -301,21 +316,13 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             QSignalBlocker b(box);
             base(p);
             if (p == Prop::Caption) box->setText(cb->caption());
-            if (p == Prop::Value) {
-                if (auto* q = qobject_cast<QCheckBox*>(box)) {
-                    q->setTristate(cb->value() == 2);
-                    q->setCheckState(Qt::CheckState(cb->value()));
-                } else {
-                    box->setChecked(cb->value() == 1);
-                }
-            }
+            if (p == Prop::Value) showCheck(box, cb->value());
         });
-        connect(box, &QAbstractButton::clicked, this, [cb, box] {
-            cb->click();
-            QSignalBlocker b(box);
-            if (auto* q = qobject_cast<QCheckBox*>(box))
-                q->setCheckState(Qt::CheckState(cb->value()));
-        });
+        connect(box, &QAbstractButton::clicked, this, guarded([cb, box] {
+                    cb->click();
+                    QSignalBlocker b(box);
+                    showCheck(box, cb->value());
+                }));
         common(c, w);
         return true;
     }
@@ -332,11 +339,11 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             if (p == Prop::Caption) rb->setText(o->caption());
             if (p == Prop::Value) rb->setChecked(o->value());
         });
-        connect(rb, &QAbstractButton::clicked, this, [o, rb] {
-            o->click();
-            QSignalBlocker b(rb);
-            rb->setChecked(o->value());
-        });
+        connect(rb, &QAbstractButton::clicked, this, guarded([o, rb] {
+                    o->click();
+                    QSignalBlocker b(rb);
+                    rb->setChecked(o->value());
+                }));
         common(c, w);
         return true;
     }
@@ -351,7 +358,7 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             if (p == Prop::Default)
                 if (auto* push = qobject_cast<QPushButton*>(pb)) push->setDefault(btn->isDefault());
         });
-        connect(pb, &QAbstractButton::clicked, this, [btn] { btn->click(); });
+        connect(pb, &QAbstractButton::clicked, this, guarded([btn] { btn->click(); }));
         common(c, w);
         return true;
     }
@@ -394,7 +401,7 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
                 // Once per line edit, however often the style is set.
                 disconnect(le, &QLineEdit::textEdited, this, nullptr);
                 connect(le, &QLineEdit::textEdited, this,
-                        [cbo](const QString& s) { cbo->userEdit(s); });
+                        guarded([cbo](const QString& s) { cbo->userEdit(s); }));
             }
         };
         watch(c, [cbo, qc, base, guard, connectEdit](Prop p) {
@@ -410,7 +417,7 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
                 qc->setCurrentIndex(cbo->listIndex());
             if (qc->isEditable() && qc->currentText() != cbo->text()) qc->setEditText(cbo->text());
         });
-        connect(qc, &QComboBox::activated, this, [cbo](int i) { cbo->userSelect(i); });
+        connect(qc, &QComboBox::activated, this, guarded([cbo](int i) { cbo->userSelect(i); }));
         common(c, w);
         return true;
     }
@@ -425,7 +432,8 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             if (p == Prop::Items) setListItems(lw, lst->items());
             if (p == Prop::Items || p == Prop::ListIndex) lw->setCurrentRow(lst->listIndex());
         });
-        connect(lw, &QListWidget::currentRowChanged, this, [lst](int r) { lst->userSelect(r); });
+        connect(lw, &QListWidget::currentRowChanged, this,
+                guarded([lst](int r) { lst->userSelect(r); }));
         common(c, w);
         return true;
     }
@@ -467,7 +475,7 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             if (p == Prop::RowCol || p == Prop::Cells) tw->setCurrentCell(g->row(), g->col());
         });
         connect(tw, &QTableWidget::cellClicked, this,
-                [g](int r, int col) { g->userClick(r, col); });
+                guarded([g](int r, int col) { g->userClick(r, col); }));
         common(c, w);
         return true;
     }
@@ -534,7 +542,8 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             if (p == Prop::ListIndex && ts->selectedIndex() > 0)
                 tw->setCurrentIndex(ts->selectedIndex() - 1);
         });
-        connect(tw, &QTabWidget::currentChanged, this, [ts](int i) { ts->userSelect(i + 1); });
+        connect(tw, &QTabWidget::currentChanged, this,
+                guarded([ts](int i) { ts->userSelect(i + 1); }));
         common(c, w);
         return true;
     }
@@ -545,8 +554,8 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
         watch(c, [base, guard](Prop p) {
             if (guard) base(p);
         });
-        connect(arrows, &SpinArrows::spinUp, this, [sp] { sp->spinUp(); });
-        connect(arrows, &SpinArrows::spinDown, this, [sp] { sp->spinDown(); });
+        connect(arrows, &SpinArrows::spinUp, this, guarded([sp] { sp->spinUp(); }));
+        connect(arrows, &SpinArrows::spinDown, this, guarded([sp] { sp->spinDown(); }));
         common(c, w);
         return true;
     }
@@ -569,10 +578,15 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
 }
 
 bool FormBinding::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress) return false;
+    if (event->type() != QEvent::KeyPress || !typing_.contains(watched)) return false;
+    bool swallowed = false;
+    atBoundary([&] { swallowed = typeKey(watched, static_cast<QKeyEvent*>(event)); });
+    return swallowed;
+}
+
+bool FormBinding::typeKey(QObject* watched, QKeyEvent* ke) {
     TextBox* t = typing_.value(watched);
     if (!t) return false;
-    auto* ke = static_cast<QKeyEvent*>(event);
     if (ke->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
     int key = 0;
     if (ke->key() == Qt::Key_Backspace)

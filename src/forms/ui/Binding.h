@@ -12,6 +12,7 @@
 #include <optional>
 #include <vector>
 
+class QKeyEvent;
 class QWidget;
 
 namespace velmorak {
@@ -60,6 +61,7 @@ class FormBinding : public QObject {
 
   private:
     bool bindOne(Control& c, QObject* target);
+    bool typeKey(QObject* watched, QKeyEvent* e);
     void watch(Control& c, std::function<void(Prop)> sync);
     void common(Control& c, QWidget* w);
 

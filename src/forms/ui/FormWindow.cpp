@@ -1,5 +1,7 @@
 #include "forms/ui/FormWindow.h"
 
+#include "forms/Boundary.h"
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -46,10 +48,12 @@ void FormWindow::show(bool modal) {
     window_->raise();
     window_->activateWindow();
     if (!modal) return;
+    // The window and this view may be gone when the loop ends (unloaded while it ran).
+    QPointer<FormWindow> self(this);
     QEventLoop loop;
     modalLoop_ = &loop;
     loop.exec(QEventLoop::DialogExec);
-    if (window_) window_->setWindowModality(Qt::NonModal);
+    if (self && window_) window_->setWindowModality(Qt::NonModal);
 }
 
 void FormWindow::hide() {
@@ -105,6 +109,12 @@ bool FormWindow::handleKey(QWidget* receiver, QKeyEvent* e) {
 
 bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
     if (!form_ || !window_) return false;
+    bool handled = false;
+    atBoundary([&] { handled = filter(watched, event); });
+    return handled;
+}
+
+bool FormWindow::filter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         auto* w = qobject_cast<QWidget*>(watched);
         if (w && (w == window_ || window_->isAncestorOf(w)))

@@ -37,6 +37,7 @@ class FormWindow : public QObject, public FormView {
 
   private:
     void syncFromForm(Prop p);
+    bool filter(QObject* watched, QEvent* event);
     bool handleKey(QWidget* receiver, QKeyEvent* e);
     Form* form_;
     QPointer<QWidget> window_;

@@ -1,5 +1,6 @@
 #include "forms/ui/UiScript.h"
 
+#include "forms/Boundary.h"
 #include "forms/Forms.h"
 #include "forms/Snapshot.h"
 
@@ -39,14 +40,12 @@ UiScript::UiScript(Forms& forms, QStringList steps, std::function<bool()> busy)
         Control* c = a.isEmpty() ? nullptr : controlOf(forms_, a[0]);
         if (!c || !c->enabled()) return false;
         // Queued, so a modal window it opens does not block the script.
-        QMetaObject::invokeMethod(
-            this,
-            [c] {
-                if (auto* b = dynamic_cast<Button*>(c)) b->click();
-                if (auto* m = dynamic_cast<MenuItem*>(c)) m->click();
-                if (auto* x = dynamic_cast<CheckBox*>(c)) x->click();
-            },
-            Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, guarded([c] {
+                                      if (auto* b = dynamic_cast<Button*>(c)) b->click();
+                                      if (auto* m = dynamic_cast<MenuItem*>(c)) m->click();
+                                      if (auto* x = dynamic_cast<CheckBox*>(c)) x->click();
+                                  }),
+                                  Qt::QueuedConnection);
         return true;
     });
     addVerb(QStringLiteral("key"), [this](const QStringList& a) {
@@ -54,7 +53,7 @@ UiScript::UiScript(Forms& forms, QStringList steps, std::function<bool()> busy)
         if (!f) return false;
         const QKeyCombination k = QKeySequence(a[1])[0];
         QMetaObject::invokeMethod(
-            this, [f, k] { f->previewKey(int(k.key()), k.keyboardModifiers()); },
+            this, guarded([f, k] { f->previewKey(int(k.key()), k.keyboardModifiers()); }),
             Qt::QueuedConnection);
         return true;
     });
@@ -70,7 +69,7 @@ UiScript::UiScript(Forms& forms, QStringList steps, std::function<bool()> busy)
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
         return true;
     });
-    connect(&timer_, &QTimer::timeout, this, [this] { tick(); });
+    connect(&timer_, &QTimer::timeout, this, guarded([this] { tick(); }));
 }
 
 QStringList UiScript::readFile(const QString& path) {

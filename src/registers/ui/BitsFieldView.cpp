@@ -3,6 +3,8 @@
 #include "forms/ui/Binding.h"
 #include "registers/UcBitsField.h"
 
+#include "forms/Boundary.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -47,9 +49,9 @@ BitsFieldView::BitsFieldView(QWidget* parent) : QWidget(parent) {
         c->setFixedSize(kCellWidth, kCellHeight);
         c->setFocusPolicy(Qt::TabFocus);
         c->setAccessibleName(tr("bit %1").arg(bit));
-        connect(c, &QPushButton::clicked, this, [this, bit] {
-            if (model_) model_->click(bit);
-        });
+        connect(c, &QPushButton::clicked, this, guarded([this, bit] {
+                    if (model_) model_->click(bit);
+                }));
         cells_[size_t(bit)] = c;
         row->addWidget(c);
         if (bit == 4) row->addSpacing(kNibbleGap);
