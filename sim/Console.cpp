@@ -5,7 +5,7 @@
 namespace velmorak::sim {
 
 const char* const kConsoleHelp =
-    "commands: silent on|off, short N|off, delay MS, unplug, source WxHxR|none,\n"
+    "commands: silent on|off, short N|off, delay MS, unplug [on FRAME|off], source WxHxR|none,\n"
     "          monitor on|off, reg CHIP REG [VALUE], status, help";
 
 namespace {
@@ -28,17 +28,19 @@ bool onOff(const QString& s, bool& out) {
 QString status(const VirtualCard& card) {
     const Faults& f = card.faults();
     const CardConfig& c = card.config();
-    return QStringLiteral("silent %1, short %2, delay %3 ms, source %4, monitor %5")
+    return QStringLiteral("silent %1, short %2, delay %3 ms, unplug on %6, source %4, monitor %5")
         .arg(f.silent ? "on" : "off")
         .arg(f.shortReply < 0 ? QStringLiteral("off") : QString::number(f.shortReply))
         .arg(f.delayMs)
         .arg(c.source ? videoModeName(*c.source) : QStringLiteral("none"))
-        .arg(c.monitorAttached ? "on" : "off");
+        .arg(c.monitorAttached ? "on" : "off")
+        .arg(f.unplugOn.isEmpty() ? QStringLiteral("off") : QString::fromLatin1(f.unplugOn));
 }
 
 } // namespace
 
 QString consoleCommand(VirtualCard& card, const QString& line) {
+    const QStringList raw = line.trimmed().split(u' ', Qt::SkipEmptyParts);
     const QStringList w = line.trimmed().toLower().split(u' ', Qt::SkipEmptyParts);
     if (w.isEmpty()) return {};
     const QString& verb = w[0];
@@ -51,7 +53,11 @@ QString consoleCommand(VirtualCard& card, const QString& line) {
         return QStringLiteral("unplugged");
     }
     if (w.size() < 2) return usage;
-    if (verb == "silent" && w.size() == 2) {
+    if (verb == "unplug" && w.size() == 3 && w[1] == "on") {
+        f.unplugOn = raw[2].toLatin1(); // frames are upper case: "unplug on RDEE"
+    } else if (verb == "unplug" && w.size() == 2 && w[1] == "off") {
+        f.unplugOn.clear();
+    } else if (verb == "silent" && w.size() == 2) {
         if (!onOff(w[1], f.silent)) return usage;
     } else if (verb == "short" && w.size() == 2) {
         if (w[1] == "off")

@@ -340,7 +340,8 @@ QByteArray VirtualCard::answer(const QByteArray& frame) {
 QByteArray VirtualCard::receive(const QByteArray& frame) {
     if (unplugged_) return {};
     ++frames_;
-    if (faults_.unplugAfter > 0 && frames_ >= faults_.unplugAfter) {
+    if ((faults_.unplugAfter > 0 && frames_ >= faults_.unplugAfter) ||
+        (!faults_.unplugOn.isEmpty() && frame.startsWith(faults_.unplugOn))) {
         unplugged_ = true;
         return {};
     }

@@ -33,10 +33,11 @@ struct CardConfig {
 
 // Misbehaviour on command.
 struct Faults {
-    bool silent = false; // no replies at all
-    int shortReply = -1; // every reply cut to its first N bytes (-1: whole replies)
-    int unplugAfter = 0; // the card vanishes after taking frame N, unanswered (0: never)
-    int delayMs = 0;     // extra time before each reply
+    bool silent = false;      // no replies at all
+    int shortReply = -1;      // every reply cut to its first N bytes (-1: whole replies)
+    int unplugAfter = 0;      // the card vanishes after taking frame N, unanswered (0: never)
+    QByteArray unplugOn = {}; // the card vanishes on taking a frame that begins so (empty: never)
+    int delayMs = 0;          // extra time before each reply
 };
 
 // The card's firmware: memories, commands and measurement.

@@ -25,7 +25,8 @@ const char* const kUsage =
     "usage: velmorak-cardsim [--receiver|--transmitter] [--rgb|--dvi] [--fibres 1|2]\n"
     "                        [--firmware M.m] [--source WxHxR|none] [--no-monitor]\n"
     "                        [--link PATH] [--trace FILE] [--silent] [--short N]\n"
-    "                        [--unplug-after N] [--delay MS] [--console] [--help]\n"
+    "                        [--unplug-after N] [--unplug-on FRAME] [--delay MS] [--console] "
+    "[--help]\n"
     "A virtual card on a pseudo-terminal. Prints the device path, then serves until\n"
     "interrupted. Defaults: --transmitter --rgb --fibres 2 --firmware 2.3\n"
     "--source 1024x768x75. With --console, commands typed on standard input change\n"
@@ -102,6 +103,9 @@ int parse(const QStringList& args, Options& o) {
         } else if (a == "--unplug-after") {
             if (!value(v) || !toInt(v, 1, 1 << 30, o.faults.unplugAfter))
                 return usageError("--unplug-after N");
+        } else if (a == "--unplug-on") {
+            if (!value(v) || v.isEmpty()) return usageError("--unplug-on FRAME");
+            o.faults.unplugOn = v.toLatin1();
         } else if (a == "--delay") {
             if (!value(v) || !toInt(v, 0, 60000, o.faults.delayMs)) return usageError("--delay MS");
         } else {

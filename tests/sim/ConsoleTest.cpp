@@ -41,6 +41,9 @@ TEST(SimConsole, CommandsChangeTheCard) {
         {"source big", "commands:", nullptr},
         {"fly", "commands:", nullptr},
         {"", "", nullptr},
+        {"unplug on WREE", "silent off, short off, delay 40 ms, unplug on WREE,",
+         [](auto& c) { return c.faults().unplugOn == "WREE" && !c.unplugged(); }},
+        {"unplug off", "", [](auto& c) { return c.faults().unplugOn.isEmpty(); }},
         {"unplug", "unplugged", [](auto& c) { return c.unplugged(); }},
     };
     VirtualCard card;

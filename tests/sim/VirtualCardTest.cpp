@@ -258,4 +258,11 @@ TEST(VirtualCard, TestHooksSetAnyRegisterAndPullTheCard) {
     EXPECT_EQ(card.registerValue(32, 0x40), 0) << "outside the chip";
     card.unplug();
     EXPECT_TRUE(card.receive("5USB").isEmpty());
+
+    VirtualCard armed;
+    armed.setFaults({.unplugOn = "RDEE"});
+    EXPECT_FALSE(armed.receive("5USB").isEmpty());
+    EXPECT_FALSE(armed.unplugged());
+    EXPECT_TRUE(armed.receive(QByteArray("RDEE\x20\xFF", 6)).isEmpty()) << "taken, unanswered";
+    EXPECT_TRUE(armed.unplugged());
 }
