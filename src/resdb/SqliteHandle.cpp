@@ -136,8 +136,9 @@ namespace velmorak {
 
 qint64 DbValue::toInt() const {
     if (isInteger()) return std::get<qint64>(v_);
-    if (isReal()) return qint64(std::nearbyint(std::get<double>(v_)));
-    if (isText()) return qint64(std::nearbyint(Val(std::get<QString>(v_))));
+    // A Long is the widest whole number of a field.
+    if (isReal()) return ToInt32(std::get<double>(v_));
+    if (isText()) return ToInt32(Val(std::get<QString>(v_)));
     return 0;
 }
 
