@@ -1,15 +1,15 @@
 #pragma once
 
+#include "forms/Control.h"
+
 #include <QByteArray>
 #include <QString>
 
-#include <stdexcept>
-
 namespace velmorak {
 
-// A numeric result that leaves the 16-bit range.
-struct OverflowError : std::overflow_error {
-    OverflowError() : std::overflow_error("Overflow") {}
+// A numeric result that leaves its range: run-time error 6.
+struct OverflowError : RunTimeError {
+    OverflowError() : RunTimeError(6, QStringLiteral("Overflow")) {}
 };
 
 // Reading the card's parameter block (the "PARR" reply) by position, counted from 1.

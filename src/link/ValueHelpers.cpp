@@ -39,7 +39,25 @@ double roundHalfEven(double v) {
     return v - std::floor(v) == 0.5 ? 2.0 * std::round(v / 2.0) : std::round(v);
 }
 
+template <class T> T toInteger(double v, OnOverflow how) {
+    constexpr double lo = std::numeric_limits<T>::min(), hi = std::numeric_limits<T>::max();
+    // Rounded first: 32767.5 goes to 32768 and overflows, -32768.5 to -32768 and does not.
+    const double r = roundHalfEven(v);
+    if (r >= lo && r <= hi) return static_cast<T>(r);
+    if (how == OnOverflow::Error) throw OverflowError();
+    return std::isnan(r) ? T(0)
+                         : (r < lo ? std::numeric_limits<T>::min() : std::numeric_limits<T>::max());
+}
+
 } // namespace
+
+qint16 ToInt16(double v, OnOverflow how) {
+    return toInteger<qint16>(v, how);
+}
+
+qint32 ToInt32(double v, OnOverflow how) {
+    return toInteger<qint32>(v, how);
+}
 
 bool IsNumeric(const QString& s) {
     const QString t = s.trimmed();
@@ -97,10 +115,7 @@ qint16 RezHeight(const QString& sName) {
     if (x < 0 || x == name.size() - 1) return 0;
     const QString rest = name.mid(x + 1).trimmed();
     if (!IsNumeric(rest)) return 0;
-    const double v = roundHalfEven(Val(rest));
-    if (v < std::numeric_limits<qint16>::min() || v > std::numeric_limits<qint16>::max())
-        throw OverflowError();
-    return static_cast<qint16>(v);
+    return ToInt16(Val(rest));
 }
 
 QString PadCode(const QString& s) {

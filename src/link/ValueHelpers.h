@@ -34,4 +34,11 @@ bool IsNumeric(const QString& s);
 // Leading number of a text, 0 when there is none; "&H" means hexadecimal, "&O" octal.
 double Val(const QString& s);
 
+// What a number out of the target's range does: run-time error 6 (OverflowError), or the
+// nearest end of the range (NaN gives 0).
+enum class OnOverflow { Error, Clamp };
+// A number (a Val result, a stored value) as a 16- or 32-bit integer, rounded half to even.
+qint16 ToInt16(double v, OnOverflow how = OnOverflow::Error);
+qint32 ToInt32(double v, OnOverflow how = OnOverflow::Error);
+
 } // namespace velmorak

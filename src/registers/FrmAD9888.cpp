@@ -174,7 +174,7 @@ void FrmAD9888::connectHandlers() {
     both(HScrlPLL, [this] { pllChanged(HScrlPLL.value(), true); });
     txtPLLc.onChange.connect([this] {
         const double v = Val(txtPLLc.text());
-        if (v < 4096) pllChanged(int(v), false);
+        if (v < 4096) pllChanged(ToInt16(v), false);
     });
     both(HScrlPhA, [this] {
         ucBitsField1(5).WriteByte(qint16(HScrlPhA.value() * 8));
@@ -461,14 +461,15 @@ void FrmAD9888::SetToTable(const QByteArray& image) {
     LoadOnChange = false;
     try {
         const ImageSpread spread = spreadImage(ucBitsField1, kMap, image);
+        // Bytes 9 to 14 are the channel values, taken with the spread: a short image that
+        // stops later still leaves them matching their rows.
+        qint16* channels[] = {&GainRed,   &GainGreen,   &GainBlue,
+                              &OffsetRed, &OffsetGreen, &OffsetBlue};
+        for (int pos = 9; pos <= 14 && pos <= spread.taken; ++pos) {
+            const int b = static_cast<unsigned char>(image[pos - 1]);
+            *channels[pos - 9] = qint16(pos >= 12 ? b & 254 : b);
+        }
         if (!spread.complete) return; // a short image: the trap leaves here
-        auto at = [&image](int pos) { return qint16(static_cast<unsigned char>(image[pos - 1])); };
-        GainRed = at(9);
-        GainGreen = at(10);
-        GainBlue = at(11);
-        OffsetRed = qint16(at(12) & 254);
-        OffsetGreen = qint16(at(13) & 254);
-        OffsetBlue = qint16(at(14) & 254);
         for (int i = 1; i <= 53; ++i)
             ucBitsField1_ClickBit(i);
         ContrOld = ContrMin;
@@ -507,11 +508,11 @@ void FrmAD9888::pllChanged(int s, bool write) {
 }
 
 void FrmAD9888::list03Changed(ComboBox& list, bool click) {
-    const int value = int(Val(list.text()));
+    const int value = ToInt16(Val(list.text()));
     if (&list == &cbo03_1) {
-        ucBitsField1(3).WriteByte(qint16(value * 64 + (byteOf(3) & 56)));
+        ucBitsField1(3).WriteByte(ToInt16(value * 64.0 + (byteOf(3) & 56)));
     } else {
-        ucBitsField1(4).WriteByte(qint16(value * 8));
+        ucBitsField1(4).WriteByte(ToInt16(value * 8.0));
         ucBitsField1(3).WriteByte(qint16((byteOf(3) & 192) + byteOf(4)));
     }
     if (click) writeMember(3);

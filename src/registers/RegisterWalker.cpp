@@ -38,13 +38,6 @@ void put(BitsFieldArray& rows, int member, int value, quint16 mask, const Member
     if (written) written(member);
 }
 
-qint16 toInteger(double v) {
-    v = std::nearbyint(v);
-    if (v < std::numeric_limits<qint16>::min() || v > std::numeric_limits<qint16>::max())
-        throw OverflowError();
-    return qint16(v);
-}
-
 } // namespace
 
 void buildRows(Form& form, const RegisterMap& map) {
@@ -95,7 +88,7 @@ int spreadList(BitsFieldArray& rows, const RegisterMap& map, const QString& list
     for (int n = 1; n <= map.listLength; ++n) {
         const qsizetype comma = list.indexOf(QLatin1Char(','), from);
         if (comma < 0) return n - 1;
-        const qint16 value = toInteger(Val(list.mid(from, comma - from)));
+        const qint16 value = ToInt16(Val(list.mid(from, comma - from)));
         from = comma + 1;
         for (int m = 0; m < int(map.rows.size()); ++m) {
             const RegisterRow& row = map.rows[size_t(m)];

@@ -32,10 +32,7 @@ qint16 UcBitsField::ReadByte() {
     double sum = 0;
     for (int i = 7; i >= 0; --i)
         sum += Val(cells_[size_t(i)].text) * double(1 << i);
-    sum = std::nearbyint(sum); // half to even
-    if (sum < std::numeric_limits<qint16>::min() || sum > std::numeric_limits<qint16>::max())
-        throw OverflowError();
-    last_ = qint16(sum);
+    last_ = ToInt16(sum);
     return last_;
 }
 

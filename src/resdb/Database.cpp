@@ -74,9 +74,10 @@ std::unique_ptr<Database> Database::OpenDatabase(const QString& path, const QStr
     c->path = path;
     if (sqlite3_open_v2(QFile::encodeName(path).constData(), &c->db, SQLITE_OPEN_READWRITE,
                         nullptr) != SQLITE_OK) {
-        const QString msg = QString::fromUtf8(sqlite3_errmsg(c->db));
+        const DbError e = detail::engineError(sqlite3_extended_errcode(c->db), path,
+                                              QString::fromUtf8(sqlite3_errmsg(c->db)), {});
         c->close();
-        throw DbError(DbErr::Engine, QStringLiteral("Cannot open '%1': %2").arg(path, msg));
+        throw e;
     }
     QString salt, digest;
     try {
@@ -103,9 +104,10 @@ std::unique_ptr<Database> Database::CreateDatabase(const QString& path, const QS
     c->path = path;
     if (sqlite3_open_v2(QFile::encodeName(path).constData(), &c->db,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) != SQLITE_OK) {
-        const QString msg = QString::fromUtf8(sqlite3_errmsg(c->db));
+        const DbError e = detail::engineError(sqlite3_extended_errcode(c->db), path,
+                                              QString::fromUtf8(sqlite3_errmsg(c->db)), {});
         c->close();
-        throw DbError(DbErr::Engine, QStringLiteral("Cannot create '%1': %2").arg(path, msg));
+        throw e;
     }
     configure(c->db);
     QByteArray salt(16, '\0');

@@ -14,7 +14,12 @@ constexpr int NoCurrentIndex = 3019; // Seek without an index
 constexpr int NotEditing = 3020;     // Update or a field write without AddNew or Edit
 constexpr int NoCurrentRecord = 3021;
 constexpr int FileNotFound = 3024;
-constexpr int ReadOnly = 3027;
+constexpr int ReadOnly = 3027; // a read-only cursor, or a file the engine may not write
+constexpr int DiskFull = 3026;
+constexpr int Corrupt = 3049; // the file is damaged or no database at all
+constexpr int CannotOpen = 3051;
+constexpr int DiskIo = 3040; // the system could not read or write the file
+constexpr int Locked = 3260; // another program holds the file
 constexpr int BadPassword = 3031;
 constexpr int NoSuchSource = 3078;  // no such table or query
 constexpr int RecordDeleted = 3167; // the row vanished under the cursor
@@ -28,15 +33,19 @@ constexpr int ObjectClosed = 3420; // the database or cursor was closed
 // A numbered error of the store.
 class DbError : public std::runtime_error {
   public:
-    DbError(int number, const QString& description)
-        : std::runtime_error(description.toStdString()), number_(number),
-          description_(description) {}
+    // description is the one line a user reads; statement, what the engine was asked, is for
+    // developers only and never shown.
+    DbError(int number, const QString& description, const QString& statement = {})
+        : std::runtime_error(description.toStdString()), number_(number), description_(description),
+          statement_(statement) {}
     int Number() const { return number_; }
     QString Description() const { return description_; }
+    QString Statement() const { return statement_; }
 
   private:
     int number_;
     QString description_;
+    QString statement_;
 };
 
 // 3167: the current row was deleted, by this cursor or under it.

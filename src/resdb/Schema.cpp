@@ -1,5 +1,6 @@
 #include "resdb/Schema.h"
 
+#include "link/ValueHelpers.h"
 #include "resdb/SqliteHandle.h"
 
 namespace velmorak {
@@ -108,10 +109,10 @@ void RezRow::setReg(const QString& field, int value) {
 
 RezRow ReadRezRow(Recordset& rs) {
     RezRow r;
-    r.NN = qint16(rs.Fields("NN").Value().toInt());
+    r.NN = ToInt16(rs.Fields("NN").Value().toDouble());
     r.Name = rs.Fields("Name").Value().toString();
     r.NameSort = rs.Fields("NameSort").Value().toString();
-    r.Vertical = qint16(rs.Fields("Vertical").Value().toInt());
+    r.Vertical = ToInt16(rs.Fields("Vertical").Value().toDouble());
     for (int i = 0; i < kRegisterCount; ++i)
         r.regs[size_t(i)] = quint8(rs.Fields(kFirstRegisterOrdinal + i).Value().toInt() & 0xFF);
     r.Description = rs.Fields("Description").Value();

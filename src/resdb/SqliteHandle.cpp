@@ -2,6 +2,8 @@
 
 #include "link/ValueHelpers.h"
 
+#include <QDir>
+
 #include <sqlite3.h>
 
 #include <cmath>
@@ -22,13 +24,55 @@ sqlite3* Connection::handle() const {
     return db;
 }
 
+DbError engineError(int code, const QString& path, const QString& engineText,
+                    const QString& statement) {
+    const QString file = QStringLiteral("The database file %1").arg(QDir::toNativeSeparators(path));
+    switch (code & 0xFF) {
+    case SQLITE_READONLY:
+        return DbError(DbErr::ReadOnly, file + QStringLiteral(" is read-only."), statement);
+    case SQLITE_FULL:
+        return DbError(DbErr::DiskFull, QStringLiteral("The disk is full."), statement);
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return DbError(DbErr::Locked,
+                       file + QStringLiteral(" is in use by another program; try again."),
+                       statement);
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return DbError(DbErr::Corrupt, file + QStringLiteral(" is damaged."), statement);
+    case SQLITE_CANTOPEN:
+        return DbError(DbErr::CannotOpen, file + QStringLiteral(" cannot be opened."), statement);
+    case SQLITE_IOERR:
+        return DbError(DbErr::DiskIo, file + QStringLiteral(" could not be read or written."),
+                       statement);
+    default:
+        break;
+    }
+    if (engineText.startsWith(QLatin1String("no such table")))
+        return DbError(DbErr::NoSuchSource,
+                       QStringLiteral("Cannot find the input table or query (%1).").arg(engineText),
+                       statement);
+    if ((code & 0xFF) == SQLITE_CONSTRAINT)
+        return DbError(DbErr::Engine,
+                       QStringLiteral("The database refused the change: %1.").arg(engineText),
+                       statement);
+    return DbError(DbErr::Engine, QStringLiteral("The database failed: %1.").arg(engineText),
+                   statement);
+}
+
+namespace {
+
+QString fileOf(sqlite3* db) {
+    const char* f = db ? sqlite3_db_filename(db, "main") : nullptr;
+    return QString::fromUtf8(f ? f : "");
+}
+
+} // namespace
+
 void throwEngine(sqlite3* db, const QString& what) {
-    const QString msg = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QStringLiteral("no database");
-    if (msg.startsWith(QLatin1String("no such table")))
-        throw DbError(
-            DbErr::NoSuchSource,
-            QStringLiteral("Cannot find the input table or query: %1 (%2)").arg(what, msg));
-    throw DbError(DbErr::Engine, QStringLiteral("%1: %2").arg(what, msg));
+    if (!db) throw DbError(DbErr::ObjectClosed, QStringLiteral("Object invalid or no longer set."));
+    throw engineError(sqlite3_extended_errcode(db), fileOf(db),
+                      QString::fromUtf8(sqlite3_errmsg(db)), what);
 }
 
 Stmt::Stmt(sqlite3* db, const QString& sql) : db_(db) {
@@ -100,13 +144,11 @@ DbValue Stmt::column(int i) const {
 
 void exec(sqlite3* db, const QString& sql) {
     char* err = nullptr;
-    if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &err) != SQLITE_OK) {
-        const QString msg = QString::fromUtf8(err ? err : "");
+    const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &err);
+    if (rc != SQLITE_OK) {
+        const QString msg = QString::fromUtf8(err ? err : sqlite3_errstr(rc));
         sqlite3_free(err);
-        if (msg.startsWith(QLatin1String("no such table")))
-            throw DbError(DbErr::NoSuchSource,
-                          QStringLiteral("Cannot find the input table or query: %1").arg(msg));
-        throw DbError(DbErr::Engine, QStringLiteral("%1: %2").arg(sql.left(200), msg));
+        throw engineError(sqlite3_extended_errcode(db), fileOf(db), msg, sql);
     }
 }
 
@@ -136,8 +178,9 @@ namespace velmorak {
 
 qint64 DbValue::toInt() const {
     if (isInteger()) return std::get<qint64>(v_);
-    if (isReal()) return qint64(std::nearbyint(std::get<double>(v_)));
-    if (isText()) return qint64(std::nearbyint(Val(std::get<QString>(v_))));
+    // A Long is the widest whole number of a field.
+    if (isReal()) return ToInt32(std::get<double>(v_));
+    if (isText()) return ToInt32(Val(std::get<QString>(v_)));
     return 0;
 }
 

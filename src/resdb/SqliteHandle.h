@@ -47,6 +47,11 @@ class Stmt {
 };
 
 // Throws the numbered error for an engine failure.
+// The error of an engine result code (primary or extended) on the file at path, in one line
+// that says what failed and why; engineText is the engine's own words for the cases it alone
+// can tell, statement is kept out of the text.
+DbError engineError(int code, const QString& path, const QString& engineText,
+                    const QString& statement);
 [[noreturn]] void throwEngine(sqlite3* db, const QString& what);
 void exec(sqlite3* db, const QString& sql);
 // Runs work inside a savepoint; a throw, from work or the commit probe, rolls it back.

@@ -18,13 +18,6 @@ namespace {
 const char* const kConnect = "C&onnect";
 const char* const kConnected = "Connected";
 
-// Val of a port text as the 16-bit port number; 0 for what no port can be.
-qint16 portNumber(const QString& text) {
-    const double v = Val(text);
-    if (!(v >= -32768.0 && v <= 32767.0)) return 0;
-    return static_cast<qint16>(std::lround(v));
-}
-
 struct MenuSpec {
     const char* parent; // nullptr: a top menu
     const char* name;
@@ -152,11 +145,13 @@ void FrmStart::applyLayout() {
     const QString layout = s_.settings.get(name(), QStringLiteral("Layout"));
     if (layout.isEmpty()) return;
     const int comma = layout.indexOf(u',');
-    const int x = int(Val(layout.left(comma < 0 ? layout.size() : comma)));
-    const int y = comma < 0 ? 0 : int(Val(layout.mid(comma + 1)));
+    // Out of range is off the screen: clamped, then ignored by the fit test.
+    const int x = ToInt32(Val(layout.left(comma < 0 ? layout.size() : comma)), OnOverflow::Clamp);
+    const int y = comma < 0 ? 0 : ToInt32(Val(layout.mid(comma + 1)), OnOverflow::Clamp);
     const QRect& scr = s_.platform.screen;
-    const bool fits = x >= scr.left() && y >= scr.top() && x <= scr.right() + 1 - width() &&
-                      y <= scr.bottom() + 1 - height();
+    const bool fits = x >= scr.left() && y >= scr.top() &&
+                      qint64(x) <= qint64(scr.right()) + 1 - width() &&
+                      qint64(y) <= qint64(scr.bottom()) + 1 - height();
     if (fits) move(x, y);
 }
 
@@ -257,7 +252,7 @@ void FrmStart::cardKind(bool atStart) {
 
 void FrmStart::connectClick() {
     CardState& st = s_.st;
-    if (!txtCom.text().isEmpty()) st.ComPort = portNumber(txtCom.text());
+    if (!txtCom.text().isEmpty()) st.ComPort = ToInt16(Val(txtCom.text()));
     if (s_.port.isOpen()) s_.port.close();
     s_.port.setCommPort(st.ComPort);
     if (!s_.fn.CardPresent()) {
@@ -330,8 +325,8 @@ void FrmStart::comKeyPress(int& keyAscii) {
 
 void FrmStart::spin(int step) {
     const double v = Val(txtCom.text());
-    if (step < 0 && v > 2) txtCom.setText(Str(qint64(v) - 1));
-    if (step > 0 && v < 16) txtCom.setText(Str(qint64(v) + 1));
+    if (step < 0 && v > 2) txtCom.setText(StrDbl(v - 1));
+    if (step > 0 && v < 16) txtCom.setText(StrDbl(v + 1));
 }
 
 // --- menus

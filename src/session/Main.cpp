@@ -51,7 +51,12 @@ bool Main::start() {
     const QString port = s_.settings.get(QStringLiteral("StartUp"), QStringLiteral("PORT"));
     try {
         if (!port.isEmpty()) {
-            st.ComPort = static_cast<qint16>(Val(port));
+            try {
+                st.ComPort = ToInt16(Val(port));
+            } catch (const OverflowError&) {
+                // Main's handler: quiet lost-card settings, then on with the port unchanged.
+                s_.mainErrorHandler();
+            }
             s_.port.setCommPort(st.ComPort);
             if (s_.fn.CardPresent())
                 s_.frmStart().connectedState(true);

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 using namespace velmorak;
 
 namespace {
@@ -120,5 +123,54 @@ TEST(ValueHelpers, NumericAndVal) {
     for (const auto& c : table) {
         EXPECT_EQ(IsNumeric(QString::fromLatin1(c.in)), c.numeric) << c.in;
         EXPECT_DOUBLE_EQ(Val(QString::fromLatin1(c.in)), c.val) << c.in;
+    }
+}
+
+// Text through Val to 16 and 32 bits: half to even, error 6 beyond the range, or the clamp.
+TEST(ValueHelpers, CheckedIntegers) {
+    const qint64 kError = std::numeric_limits<qint64>::min();
+    const struct {
+        const char* text;
+        qint64 int16, int32, int16Clamped;
+    } table[] = {
+        {"32767.5", kError, 32768, 32767},
+        {"32766.5", 32766, 32766, 32766},
+        {"-32768.5", -32768, -32768, -32768},
+        {"-32769.5", kError, -32770, -32768},
+        {"2.5", 2, 2, 2},
+        {"-2.5", -2, -2, -2},
+        {"3.5", 4, 4, 4},
+        {"99999", kError, 99999, 32767},
+        {"1e12", kError, kError, 32767},
+        {"-1e12", kError, kError, -32768},
+        {"2147483647.4", kError, 2147483647, 32767},
+        {"2147483647.5", kError, kError, 32767},
+        {"-2147483648.5", kError, -2147483648LL, -32768},
+        {"1e999", kError, kError, 32767}, // beyond a double
+        {"nan", 0, 0, 0},                 // not a number: Val reads 0
+        {"&HFFFF", kError, 65535, 32767},
+        {"abc", 0, 0, 0},
+    };
+    for (const auto& c : table) {
+        SCOPED_TRACE(c.text);
+        const double v = Val(QString::fromLatin1(c.text));
+        if (c.int16 == kError)
+            EXPECT_THROW(ToInt16(v), OverflowError);
+        else
+            EXPECT_EQ(ToInt16(v), c.int16);
+        if (c.int32 == kError)
+            EXPECT_THROW(ToInt32(v), OverflowError);
+        else
+            EXPECT_EQ(ToInt32(v), c.int32);
+        EXPECT_EQ(ToInt16(v, OnOverflow::Clamp), c.int16Clamped);
+    }
+    EXPECT_EQ(ToInt32(std::nan(""), OnOverflow::Clamp), 0);
+    EXPECT_EQ(ToInt32(-1e12, OnOverflow::Clamp), std::numeric_limits<qint32>::min());
+    try {
+        ToInt16(40000);
+        ADD_FAILURE() << "no error";
+    } catch (const RunTimeError& e) {
+        EXPECT_EQ(e.number(), 6);
+        EXPECT_STREQ(e.what(), "Overflow");
     }
 }

@@ -2,6 +2,7 @@
 #include "link/ValueHelpers.h"
 #include "resdb/Database.h"
 #include "resdb/Schema.h"
+#include "resdb/SqliteHandle.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -9,6 +10,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
@@ -346,6 +348,113 @@ TEST_F(StoreTest, FailedUpdateLeavesNoHalfRow) {
     EXPECT_EQ(check.RecordCount(), 1);
     for (int i = 4; i < 38; ++i)
         EXPECT_EQ(check.Fields(i).Value().toInt(), 10 + i - 4);
+}
+
+// A refused write says in one line what failed and why, and never shows the statement.
+TEST_F(StoreTest, RefusedWritesSayWhatAndWhy) {
+    addRow("tblDefValues", "640x480x60", 10);
+    const QString file = "The database file " + QDir::toNativeSeparators(path);
+    sqlite3* other = nullptr; // a second program on the same file
+    struct Row {
+        const char* name;
+        std::function<void()> setUp, undo;
+        int number;
+        QString text;
+    };
+    const Row table[] = {
+        {"query only", [&] { db->Execute("PRAGMA query_only = ON"); },
+         [&] { db->Execute("PRAGMA query_only = OFF"); }, 3027, file + " is read-only."},
+        {"disk full",
+         [&] {
+             db->Execute("CREATE TABLE filler (x)");
+             db->Execute("PRAGMA max_page_count = 1");
+         },
+         [&] { db->Execute("PRAGMA max_page_count = 1000000"); }, 3026, "The disk is full."},
+        {"locked by another program",
+         [&] {
+             ASSERT_EQ(sqlite3_open(QFile::encodeName(path).constData(), &other), SQLITE_OK);
+             ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr),
+                       SQLITE_OK);
+         },
+         [&] { sqlite3_close_v2(other); }, 3260,
+         file + " is in use by another program; try again."},
+        {"a value no field takes", [] {}, [] {}, 3000,
+         "The database refused the change: CHECK constraint failed: 01."},
+    };
+    for (const Row& row : table) {
+        SCOPED_TRACE(row.name);
+        row.setUp();
+        try {
+            Recordset rs = db->OpenRecordset("tblDefValues");
+            rs.AddNew();
+            rs.Fields("Name").setValue("1024x768x60");
+            rs.Fields("Description").setValue(QString(20000, 'x')); // more than a page
+            rs.Fields("01").setValue(row.number == 3000 ? 300 : 20);
+            rs.Update();
+            ADD_FAILURE() << "the write went through";
+        } catch (const DbError& e) {
+            EXPECT_EQ(e.Number(), row.number);
+            EXPECT_EQ(e.Description().toStdString(), row.text.toStdString());
+            EXPECT_FALSE(e.Statement().isEmpty());
+        }
+        row.undo();
+    }
+    // The file on disk no longer a database under a table: damaged.
+    sqlite3* raw = nullptr;
+    ASSERT_EQ(sqlite3_open(QFile::encodeName(path).constData(), &raw), SQLITE_OK);
+    sqlite3_stmt* st = nullptr;
+    sqlite3_prepare_v2(raw, "SELECT rootpage FROM sqlite_master WHERE name = 'tblDefValues'", -1,
+                       &st, nullptr);
+    ASSERT_EQ(sqlite3_step(st), SQLITE_ROW);
+    const int page = sqlite3_column_int(st, 0);
+    sqlite3_finalize(st);
+    sqlite3_close_v2(raw);
+    db->Close();
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(f.seek(qint64(page - 1) * 4096));
+    f.write(QByteArray(4096, char(0xA5)));
+    f.close();
+    db = Database::OpenDatabase(path, kDbConnect);
+    try {
+        Recordset rs = db->OpenRecordset("tblDefValues");
+        rs.MoveFirst();
+        (void)rs.Fields("Name").Value();
+        ADD_FAILURE() << "a damaged table was read";
+    } catch (const DbError& e) {
+        EXPECT_EQ(e.Number(), 3049);
+        EXPECT_EQ(e.Description(), file + " is damaged.");
+    }
+}
+
+// Result codes the tests above cannot provoke, extended codes included.
+TEST(StoreErrors, EngineCodesInOneLine) {
+    const struct {
+        int code;
+        int number;
+        const char* text;
+    } table[] = {
+        {SQLITE_READONLY, 3027, "The database file /d/x.MDB is read-only."},
+        {SQLITE_READONLY_DBMOVED, 3027, "The database file /d/x.MDB is read-only."},
+        {SQLITE_FULL, 3026, "The disk is full."},
+        {SQLITE_BUSY, 3260, "The database file /d/x.MDB is in use by another program; try again."},
+        {SQLITE_LOCKED, 3260,
+         "The database file /d/x.MDB is in use by another program; try again."},
+        {SQLITE_CORRUPT, 3049, "The database file /d/x.MDB is damaged."},
+        {SQLITE_NOTADB, 3049, "The database file /d/x.MDB is damaged."},
+        {SQLITE_CANTOPEN, 3051, "The database file /d/x.MDB cannot be opened."},
+        {SQLITE_IOERR_WRITE, 3040, "The database file /d/x.MDB could not be read or written."},
+        {SQLITE_ERROR, 3078, "Cannot find the input table or query (no such table: t)."},
+    };
+    for (const auto& c : table) {
+        SCOPED_TRACE(c.code);
+        const QString said = c.code == SQLITE_ERROR ? "no such table: t" : "engine words";
+        const DbError e = detail::engineError(c.code, "/d/x.MDB", said, "UPDATE t SET a = 1");
+        EXPECT_EQ(e.Number(), c.number);
+        EXPECT_EQ(e.Description(),
+                  QString(c.text).replace("/d/x.MDB", QDir::toNativeSeparators("/d/x.MDB")));
+        EXPECT_FALSE(e.Description().contains("UPDATE"));
+    }
 }
 
 #ifdef Q_OS_UNIX

@@ -1,6 +1,7 @@
 // The flat panel window against the virtual card and a copy of the seed database.
 #include "SessionBench.h"
 
+#include "link/ParamBlock.h"
 #include "registers/FrmAD9888.h"
 #include "resdb/Database.h"
 #include "sim/VirtualCard.h"
@@ -189,6 +190,22 @@ TEST(Ad9888, SlidersAndLists) {
     f.ucBitsField1_ClickBit(50);
     EXPECT_EQ(f.cbo15_2.text(), " 75 MHz");
     EXPECT_EQ(f.cbo15_2.listIndex(), -1);
+    // Typed divisors: spread below 4096, half to even; beyond 16 bits error 6, rows unchanged.
+    const struct {
+        const char* typed;
+        int m1, m2; // -1: overflow
+    } typed[] = {{"1000.5", 62, 128}, {"1001.5", 62, 160}, {"5000", 62, 160}, {"-1e12", -1, -1}};
+    for (const auto& t : typed) {
+        SCOPED_TRACE(t.typed);
+        if (t.m1 < 0) {
+            EXPECT_THROW(f.txtPLLc.setText(t.typed), OverflowError);
+            EXPECT_EQ(f.byteOf(1), 62);
+            continue;
+        }
+        f.txtPLLc.setText(t.typed);
+        EXPECT_EQ(f.byteOf(1), t.m1);
+        EXPECT_EQ(f.byteOf(2), t.m2);
+    }
 }
 
 TEST(Ad9888, DefaultsTakeTheListTextAsBytes) {
@@ -334,6 +351,24 @@ TEST(Ad9888, PresetListLoadsBothChips) {
         EXPECT_FALSE(f.txtMsg.visible() || f.lstPresets.visible());
         EXPECT_FALSE(f.LoadOnChange); // the short image left it off
     }
+}
+
+// The short image of a preset still takes its channel values: with the card's gains at 100 and
+// the preset's at 128, one step up of the red gain slider (still at 100) moves the register from
+// 128 to 101 by the slider's own step of 101 - 128.
+TEST(Ad9888, PresetTakesTheChannelValuesOfItsShortImage) {
+    SessionBench b;
+    for (int reg : {0x08, 0x09, 0x0A})
+        b.link.setReg(32, reg, 100);
+    ASSERT_TRUE(b.start());
+    FrmAD9888& f = openPanel(b);
+    f.cmdPreset.click();
+    f.lstPresets.userSelect(f.lstPresets.indexOf("1280x1024x60"));
+    EXPECT_EQ(f.byteOf(9), 128);
+    EXPECT_EQ(f.HScrlCR.value(), 100);
+    f.HScrlCR.stepSmall(1);
+    EXPECT_EQ(f.byteOf(9), 101);
+    EXPECT_EQ(f.txtRedC.text(), "101");
 }
 
 // A database that refuses the write, at once or at the second table: a message saying so, no
