@@ -119,27 +119,23 @@ QByteArray sendRead(ModFunctions& f, const char* command) {
     return f.SendRead(c);
 }
 
+// A write as a call that returns nothing.
+Call write(std::function<void(ModFunctions&)> w) {
+    return [w](ModFunctions& f) {
+        w(f);
+        return QByteArray();
+    };
+}
+
 const Call kReadEE = [](ModFunctions& f) { return f.ReadEE(32, 62); };
 const Call kReadDB = [](ModFunctions& f) { return f.ReadDB(166, 66, 0x20, 0); };
 const Call kReadParams = [](ModFunctions& f) { return f.ReadParams(24); };
 const Call kReadEEByte = [](ModFunctions& f) { return f.ReadEEByte(32, 3); };
 const Call kSendRead = [](ModFunctions& f) { return sendRead(f, "CMDRRMON"); };
-const Call kWriteEE = [](ModFunctions& f) {
-    f.WriteEE(32, 1, "A");
-    return QByteArray();
-};
-const Call kWriteEEBlock = [](ModFunctions& f) {
-    f.WriteEEBlock(32, "AB");
-    return QByteArray();
-};
-const Call kWriteDB = [](ModFunctions& f) {
-    f.WriteDB(1, 2, "AB");
-    return QByteArray();
-};
-const Call kWriteM2 = [](ModFunctions& f) {
-    f.WriteM2(0, "AB");
-    return QByteArray();
-};
+const Call kWriteEE = write([](ModFunctions& f) { f.WriteEE(32, 1, "A"); });
+const Call kWriteEEBlock = write([](ModFunctions& f) { f.WriteEEBlock(32, "AB"); });
+const Call kWriteDB = write([](ModFunctions& f) { f.WriteDB(1, 2, "AB"); });
+const Call kWriteM2 = write([](ModFunctions& f) { f.WriteM2(0, "AB"); });
 
 } // namespace
 
@@ -171,35 +167,15 @@ TEST(ModFunctions, FramesAndPauses) {
         {"ReadParams 8", [](ModFunctions& f) { return f.ReadParams(8); }, "0 > 50 41 52 52 00 01",
          20 + 1 + 20 + 26 + 1},
         {"SendRead", kSendRead, "0 > 43 4D 44 52 52 4D 4F 4E", 20 + 1 + 2000 + 2 + 1},
-        {"WriteEE",
-         [](ModFunctions& f) {
-             f.WriteEE(32, 7, QByteArray(1, char(0x9C)));
-             return QByteArray();
-         },
+        {"WriteEE", write([](ModFunctions& f) { f.WriteEE(32, 7, QByteArray(1, char(0x9C))); }),
          "10 > 57 52 45 45 20 07 9C", 50},
-        {"WriteEEBlock",
-         [](ModFunctions& f) {
-             f.WriteEEBlock(96, QByteArray("\x01\x02", 2));
-             return QByteArray();
-         },
+        {"WriteEEBlock", write([](ModFunctions& f) { f.WriteEEBlock(96, "\x01\x02"); }),
          "10 > 57 52 45 45 60 FF 01 02", 810},
-        {"WriteDB empty",
-         [](ModFunctions& f) {
-             f.WriteDB(0x18, 0xE0, QByteArray());
-             return QByteArray();
-         },
+        {"WriteDB empty", write([](ModFunctions& f) { f.WriteDB(0x18, 0xE0, QByteArray()); }),
          "10 > 57 52 44 42 A6 42 18 E0", 1010},
-        {"WriteDB data",
-         [](ModFunctions& f) {
-             f.WriteDB(0x20, 0x20, QByteArray("AB"));
-             return QByteArray();
-         },
+        {"WriteDB data", write([](ModFunctions& f) { f.WriteDB(0x20, 0x20, "AB"); }),
          "10 > 57 52 44 42 A6 42 20 20 41 42", 1010},
-        {"WriteM2",
-         [](ModFunctions& f) {
-             f.WriteM2(24, QByteArray(2, '\0'));
-             return QByteArray();
-         },
+        {"WriteM2", write([](ModFunctions& f) { f.WriteM2(24, QByteArray(2, '\0')); }),
          "10 > 57 52 4D 32 18 4D 00 00", 1010},
     };
     for (const auto& row : table) {
@@ -463,39 +439,23 @@ TEST(ModFunctions, PortErrorDuringAnExchange) {
     const auto W = FlakyPort::Write, P = FlakyPort::Poll;
     // Writes fail at their frame (10 ms); reads at the first look at the port, one pump after
     // their pauses (ReadEE, ReadDB 41 ms, ReadEEByte 111 ms, ReadParams, SendRead 21 ms).
+    const QStringList ends10{"10 box " + kTerm, "1010 unloadAll"};
+    const QStringList survives21{"21 box " + kNoUsb, "1021 unloadOthers", "1021 unloadOthers",
+                                 "1021 lostCard+editors"};
     const Row table[] = {
-        {"WriteEE", kWriteEE, W, gone, {"10 box " + kTerm, "1010 unloadAll"}, -1},
-        {"WriteEEBlock", kWriteEEBlock, W, gone, {"10 box " + kTerm, "1010 unloadAll"}, -1},
-        {"WriteDB", kWriteDB, W, gone, {"10 box " + kTerm, "1010 unloadAll"}, -1},
-        {"WriteM2", kWriteM2, W, gone, {"10 box " + kTerm, "1010 unloadAll"}, -1},
+        {"WriteEE", kWriteEE, W, gone, ends10, -1},
+        {"WriteEEBlock", kWriteEEBlock, W, gone, ends10, -1},
+        {"WriteDB", kWriteDB, W, gone, ends10, -1},
+        {"WriteM2", kWriteM2, W, gone, ends10, -1},
         {"ReadEEByte", kReadEEByte, P, gone, {"111 box " + kTerm, "1111 unloadAll"}, -1},
         {"ReadEE", kReadEE, P, gone, {"1041 unloadAll"}, -1},
         {"ReadDB", kReadDB, P, gone, {"1041 unloadAll"}, -1},
-        {"ReadParams",
-         kReadParams,
-         P,
-         gone,
-         {"21 box " + kNoUsb, "1021 unloadOthers", "1021 unloadOthers", "1021 lostCard+editors"},
-         0},
-        {"SendRead",
-         kSendRead,
-         P,
-         gone,
-         {"21 box " + kNoUsb, "1021 unloadOthers", "1021 unloadOthers", "1021 lostCard+editors"},
-         0},
-        {"WriteEE pulled out",
-         kWriteEE,
-         FlakyPort::None,
-         gone,
-         {"10 box " + kTerm, "1010 unloadAll"},
-         -1},
+        {"ReadParams", kReadParams, P, gone, survives21, 0},
+        {"SendRead", kSendRead, P, gone, survives21, 0},
+        {"WriteEE pulled out", kWriteEE, FlakyPort::None, gone, ends10, -1},
         {"ReadEE pulled out", kReadEE, FlakyPort::None, gone, {"1041 unloadAll"}, -1},
-        {"SendRead pulled out",
-         [](ModFunctions& f) { return sendRead(f, "CMDRTMIN"); },
-         FlakyPort::None,
-         gone,
-         {"21 box " + kNoUsb, "1021 unloadOthers", "1021 unloadOthers", "1021 lostCard+editors"},
-         0},
+        {"SendRead pulled out", [](ModFunctions& f) { return sendRead(f, "CMDRTMIN"); },
+         FlakyPort::None, gone, survives21, 0},
         {"WriteEE other", kWriteEE, W, other, {"10 unloadOthers", "10 lostCard"}, 0},
         {"WriteEEBlock other", kWriteEEBlock, W, other, {"10 unloadOthers", "10 lostCard"}, 0},
         {"WriteDB other", kWriteDB, W, other, {"10 unloadOthers", "10 lostCard"}, 0},
