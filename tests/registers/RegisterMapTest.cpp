@@ -97,31 +97,49 @@ TEST(Ad9888Map, ImageSpreadsWithMasksAndStopsShort) {
     EXPECT_EQ(written.front(), 1);
 }
 
+// A list fills the register rows 01H to 15H unmasked, then refreshes every field row of them.
 TEST(Ad9888Map, EveryListFillsRegistersAndTheirFields) {
-    std::vector<RegisterList> lists(kAd9888Presets.begin(), kAd9888Presets.end());
-    lists.push_back(kAd9888Default);
+    struct Row {
+        const RegisterList& list;
+        const char* block; // registers 01H to 15H as collected for a load
+        // Field rows 4 (03H); 16-22 (0EH); 24-29 (0FH); 31-33 (10H); 38-44 (14H); 46-51 (15H).
+        std::vector<int> fields;
+    };
+    // clang-format off
+    const Row table[] = {
+        {kAd9888Default, "69 D0 48 80 08 14 20 80 80 80 80 80 80 40 4E 78 20 00 00 25 46",
+         {8, 64, 0, 0, 0, 0, 0, 0, 64, 0, 0, 8, 4, 2, 0, 0, 0, 0, 32, 0, 0, 4, 0, 1, 64, 0, 0, 0, 6, 0}},
+        {kAd9888Presets[0], "31 F0 10 80 14 14 26 80 80 80 80 80 80 40 4E B8 20 04 04 93 40",
+         {16, 64, 0, 0, 0, 0, 0, 0, 64, 0, 0, 8, 4, 2, 0, 0, 0, 0, 0, 16, 0, 0, 2, 1, 64, 0, 0, 0, 0, 0}},
+        {kAd9888Presets[1], "40 F0 28 80 14 14 26 80 80 80 80 80 80 40 4E B8 20 04 04 93 40",
+         {40, 64, 0, 0, 0, 0, 0, 0, 64, 0, 0, 8, 4, 2, 0, 0, 0, 0, 0, 16, 0, 0, 2, 1, 64, 0, 0, 0, 0, 0}},
+        {kAd9888Presets[2], "53 F0 60 70 14 14 26 80 80 80 80 80 80 40 4E B8 20 04 04 93 44",
+         {32, 64, 0, 0, 0, 0, 0, 0, 64, 0, 0, 8, 4, 2, 0, 0, 0, 0, 0, 16, 0, 0, 2, 1, 64, 0, 0, 0, 4, 0}},
+        {kAd9888Presets[3], "69 70 A0 60 14 14 26 80 80 80 80 80 80 40 4E B8 20 04 04 B7 64",
+         {32, 64, 0, 0, 0, 0, 0, 0, 64, 0, 0, 8, 4, 2, 0, 0, 0, 0, 32, 16, 0, 4, 2, 1, 64, 32, 0, 0, 4, 0}},
+        {kAd9888Presets[4], "69 70 A0 60 14 14 26 80 80 80 80 80 80 40 4E B8 20 04 04 B7 64",
+         {32, 64, 0, 0, 0, 0, 0, 0, 64, 0, 0, 8, 4, 2, 0, 0, 0, 0, 32, 16, 0, 4, 2, 1, 64, 32, 0, 0, 4, 0}},
+        {kAd9888Presets[5], "86 F0 E0 60 14 14 26 80 80 80 80 80 80 40 4E B8 20 04 04 B7 66",
+         {32, 64, 0, 0, 0, 0, 0, 0, 64, 0, 0, 8, 4, 2, 0, 0, 0, 0, 32, 16, 0, 4, 2, 1, 64, 32, 0, 0, 6, 0}},
+    };
+    // clang-format on
+    const int fieldMembers[] = {4,  16, 17, 18, 19, 20, 21, 22, 24, 25, 26, 27, 28, 29, 31,
+                                32, 33, 38, 39, 40, 41, 42, 43, 44, 46, 47, 48, 49, 50, 51};
     std::vector<int> members(51); // each register row, then its fields
     std::iota(members.begin(), members.end(), 1);
-    for (const RegisterList& l : lists) {
-        SCOPED_TRACE(l.caption);
+    for (const Row& row : table) {
+        SCOPED_TRACE(row.list.caption);
         MapForm form(kAd9888Map);
         std::vector<int> written;
-        EXPECT_EQ(spreadList(form.rows(), kAd9888Map, QString::fromLatin1(l.list),
+        EXPECT_EQ(spreadList(form.rows(), kAd9888Map, QString::fromLatin1(row.list.list),
                              [&](int m) { written.push_back(m); }),
                   21);
         EXPECT_EQ(written, members);
-        const std::vector<int> n = numbers(l.list);
-        QByteArray expected;
-        for (int v : n)
-            expected.append(char(v));
-        EXPECT_EQ(collectBlock(form.rows(), kAd9888Map).left(21), expected);
-        for (int m : members) {
-            const RegisterRow& row = kAd9888Map.rows[size_t(m)];
-            const int field = n[size_t(row.listNumber - 1)] & row.listMask;
-            if (row.kind == RegisterRow::Field) {
-                EXPECT_EQ(form.rows()(m).ReadByte(), field) << m;
-            }
-        }
+        EXPECT_EQ(collectBlock(form.rows(), kAd9888Map).left(21).toHex(' ').toUpper(), row.block);
+        std::vector<int> fields;
+        for (int m : fieldMembers)
+            fields.push_back(form.rows()(m).ReadByte());
+        EXPECT_EQ(fields, row.fields);
     }
     MapForm form(kAd9888Map);
     spreadList(form.rows(), kAd9888Map, QStringLiteral("0,1000,-1,"));

@@ -126,19 +126,25 @@ TEST(Ad9888, LoadSendsTheBlockAndChecksTheFirstFourteen) {
 TEST(Ad9888, LoadOnChangeWritesRowByRow) {
     SessionBench b;
     ASSERT_TRUE(b.start());
+    b.link.setReg(32, 0x05, 0x10);
+    b.link.setReg(32, 0x0E, 0x40);
+    b.link.setReg(32, 0x11, 0x5A);
+    b.link.setReg(32, 0x16, 0xFE);
     FrmAD9888& f = openPanel(b);
     f.ChkChange.click();
     struct Row {
         int member, bit;
-        int regRow, reg, writes; // a slider row writes from its slider and from the row
+        int reg, value;
+        int writes; // a slider row writes from its slider and from the row
     };
-    for (const Row& r : {Row{6, 0, 6, 0x05, 2}, Row{17, 5, 15, 0x0E, 1}, Row{34, 7, 34, 0x11, 2},
-                         Row{52, 0, 52, 0x16, 1}}) {
+    for (const Row& r : {Row{6, 0, 0x05, 0x11, 2}, Row{17, 5, 0x0E, 0x60, 1},
+                         Row{34, 7, 0x11, 0xDA, 2}, Row{52, 0, 0x16, 0xFF, 1}}) {
+        SCOPED_TRACE(r.member);
         b.link.clearTrace();
         clickBit(f, r.member, r.bit);
-        const QString frame = regWrite(r.reg, QByteArray(1, char(f.byteOf(r.regRow))));
-        EXPECT_EQ(b.link.sent(), QStringList(r.writes, frame)) << "member " << r.member;
-        EXPECT_EQ(b.link.reg(32, r.reg), f.byteOf(r.regRow));
+        EXPECT_EQ(b.link.sent(),
+                  QStringList(r.writes, regWrite(r.reg, QByteArray(1, char(r.value)))));
+        EXPECT_EQ(b.link.reg(32, r.reg), r.value);
     }
     // Status rows write nothing.
     b.link.clearTrace();

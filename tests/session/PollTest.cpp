@@ -5,6 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <functional>
+#include <vector>
+
 using namespace velmorak;
 using velmorak::test::SessionBench;
 using velmorak::test::SimLink;
@@ -43,50 +47,54 @@ TEST(Poll, IdleProbeAfterAboutFifteenSecondsOfSilence) {
     EXPECT_EQ(b.st().Connected, -1);
 }
 
-TEST(Poll, CardPulledOutWhileIdleFallsBackQuietly) {
-    SessionBench b;
-    b.session->forms.registerForm<OtherWindow>("frmOther");
-    ASSERT_TRUE(b.start());
-    FrmStart& f = b.frm();
-    b.session->forms.show("frmOther");
-    b.link.unplugNow();
-    b.passes(302);
-    EXPECT_EQ(b.st().Connected, 0);
-    EXPECT_FALSE(b.session->forms.isLoaded("frmOther"));
-    EXPECT_TRUE(b.session->forms.isLoaded("frmStart"));
-    EXPECT_EQ(f.cmdConnect.caption(), "C&onnect");
-    EXPECT_TRUE(f.cmdConnect.enabled());
-    EXPECT_FALSE(f.cmdDisconnect.enabled());
-    EXPECT_TRUE(f.SpinButton1.enabled());
-    EXPECT_FALSE(f.cmdSync.enabled());
-    EXPECT_FALSE(f.txtNameCard.visible() || f.txtFwv.visible() || f.lblFwv.visible());
-    for (MenuItem* m : {&f.mnuDisplayAdj, &f.mnuPanel, &f.mnuTransmitter, &f.mnuLaser,
-                        &f.mnuCardMemory, &f.mnuParams})
-        EXPECT_FALSE(m->enabled()) << m->name().toStdString();
-    EXPECT_TRUE(b.link.dialogs.asked().empty());
-    EXPECT_FALSE(b.main->finished());
-}
-
-// A failed read of a window puts the main window in the lost-card state through the link.
-TEST(Poll, FailedExchangeActsOnTheMainWindow) {
+// The lost-card state of the main window, quietly: the card pulled out while idle (found by
+// the probe), or a window's exchange refused; after ReadParams and ReadDB the editor menus too.
+TEST(Poll, LostCardState) {
     struct Row {
         const char* name;
-        bool params; // ReadParams (editor menus too) or ReadEE (they stay)
+        std::function<void(SessionBench&)> act;
+        bool editorsOff;
     };
-    for (const Row& row : {Row{"ReadEE", false}, Row{"ReadParams", true}}) {
+    const Row table[] = {
+        {"pulled out while idle",
+         [](SessionBench& b) {
+             b.link.unplugNow();
+             b.passes(302);
+         },
+         true},
+        {"ReadEE refused", [](SessionBench& b) { b.session->fn.ReadEE(32, 62); }, false},
+        {"ReadParams refused", [](SessionBench& b) { b.session->fn.ReadParams(24); }, true},
+        {"ReadDB refused", [](SessionBench& b) { b.session->fn.ReadDB(166, 66, 0x20, 0); }, true},
+    };
+    for (const Row& row : table) {
         SCOPED_TRACE(row.name);
         SessionBench b;
+        b.session->forms.registerForm<OtherWindow>("frmOther");
         ASSERT_TRUE(b.start());
-        b.link.holdPort(true);
-        if (row.params)
-            b.session->fn.ReadParams(24);
-        else
-            b.session->fn.ReadEE(32, 62);
         FrmStart& f = b.frm();
+        b.session->forms.show("frmOther");
+        const std::array<MenuItem*, 4> editors{&f.mnuDisplayAdj, &f.mnuPanel, &f.mnuTransmitter,
+                                               &f.mnuLaser};
+        std::vector<bool> before;
+        for (MenuItem* m : editors)
+            before.push_back(m->enabled());
+        if (QString(row.name).endsWith("refused")) b.link.holdPort(true);
+        row.act(b);
         EXPECT_EQ(b.st().Connected, 0);
+        EXPECT_FALSE(b.session->forms.isLoaded("frmOther"));
+        EXPECT_TRUE(b.session->forms.isLoaded("frmStart"));
         EXPECT_EQ(f.cmdConnect.caption(), "C&onnect");
-        EXPECT_FALSE(f.mnuParams.enabled());
-        EXPECT_EQ(f.mnuDisplayAdj.enabled(), !row.params);
+        EXPECT_TRUE(f.cmdConnect.enabled());
+        EXPECT_FALSE(f.cmdDisconnect.enabled());
+        EXPECT_TRUE(f.SpinButton1.enabled());
+        EXPECT_FALSE(f.cmdSync.enabled());
+        EXPECT_FALSE(f.txtNameCard.visible() || f.txtFwv.visible() || f.lblFwv.visible());
+        EXPECT_FALSE(f.mnuCardMemory.enabled() || f.mnuParams.enabled());
+        for (size_t i = 0; i < editors.size(); ++i)
+            EXPECT_EQ(editors[i]->enabled(), before[i] && !row.editorsOff)
+                << editors[i]->name().toStdString();
+        EXPECT_TRUE(b.link.dialogs.asked().empty());
+        EXPECT_FALSE(b.main->finished());
     }
 }
 
