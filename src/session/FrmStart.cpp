@@ -120,6 +120,12 @@ void FrmStart::formLoad() {
                QString::number(s_.platform.versionMajor) + QStringLiteral(".") +
                QString::number(s_.platform.versionMinor) + QStringLiteral(" "));
     loadLists();
+}
+
+// The saved position is tried against the window as drawn, so once it has its view.
+void FrmStart::formActivate() {
+    if (layoutApplied_) return;
+    layoutApplied_ = true;
     applyLayout();
 }
 

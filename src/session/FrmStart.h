@@ -71,9 +71,11 @@ class FrmStart : public Form {
   protected:
     void formLoad() override;
     void formUnload(bool& cancel) override;
+    void formActivate() override;
     void keyDown(int& keyCode, Qt::KeyboardModifiers mods) override;
 
   private:
+    bool layoutApplied_ = false;
     void buildMenus();
     void cardKind(bool atStart);
     void loadLists();

@@ -288,7 +288,8 @@ TEST(FormWindowTest, CloseUnloadsUnlessCancelledAndKeysReachTheForm) {
     auto* view = dynamic_cast<FormWindow*>(f.view());
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(view->binding().unboundWidgets(), QStringList({"cmdStray (QPushButton)"}));
-    EXPECT_EQ(f.width(), made->width()) << "the window's size goes to the form";
+    EXPECT_EQ(f.width(), made->frameGeometry().width()) << "the frame's size goes to the form";
+    EXPECT_EQ(made->frameGeometry().topLeft(), QPoint(30, 40)) << "the frame stands there";
 
     int clicks = 0;
     f.cmdConnect.setDefault(true);
@@ -353,4 +354,20 @@ TEST(ScriptedDialogsTest, RecordsAndAnswersInOrder) {
     ASSERT_EQ(d.asked().size(), 6u);
     EXPECT_EQ(d.asked()[3].kind, "input");
     EXPECT_EQ(d.asked()[5].kind, "printer");
+}
+
+// The modal loop ends with its window unloaded under it (the card pulled out, every window
+// closed); the show that opened it returns without touching what is gone.
+TEST(FormWindowTest, AModalWindowUnloadedWhileOpenReturnsToItsCaller) {
+    Forms forms;
+    forms.registerForm<frmDemo>("frmDemo");
+    ViewRegistry views;
+    views.add("frmDemo", [](Form&) { return buildDemo(); });
+    views.install(forms);
+    auto& f = forms.load<frmDemo>("frmDemo");
+    QTimer::singleShot(0, [&forms] { forms.unload("frmDemo"); });
+    f.show(true);
+    EXPECT_FALSE(forms.isLoaded("frmDemo"));
+    f.show(true); // released: nothing opens, nothing blocks
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }

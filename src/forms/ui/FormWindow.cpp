@@ -5,15 +5,25 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QTimer>
+#include <QWindow>
 
 namespace velmorak {
 
+namespace {
+// What the window manager's frame adds to the client area (nothing known before it is shown).
+QSize frameExtra(const QWidget* w) {
+    return w->frameGeometry().size() - w->size();
+}
+} // namespace
+
+// The form's geometry is the window's frame: its position is where the title bar begins.
 FormWindow::FormWindow(Form& form, QWidget* window) : form_(&form), window_(window) {
     binding_ = bindForm(form, window);
     window->setWindowTitle(form.caption());
-    window->move(form.left(), form.top());
     window->setEnabled(form.enabled());
     form.move(form.left(), form.top(), window->width(), window->height());
+    placeFrame();
     formLink_ = form.onPropertyChanged.connect([this](Prop p) { syncFromForm(p); });
     window->installEventFilter(this);
     qApp->installEventFilter(this);
@@ -30,8 +40,10 @@ void FormWindow::syncFromForm(Prop p) {
     if (p == Prop::Enabled) window_->setEnabled(form_->enabled());
     if (p == Prop::Geometry) {
         applying_ = true;
-        window_->move(form_->left(), form_->top());
-        window_->resize(form_->width(), form_->height());
+        placeFrame();
+        const QSize extra = frameExtra(window_);
+        window_->resize(qMax(0, form_->width() - extra.width()),
+                        qMax(0, form_->height() - extra.height()));
         applying_ = false;
     }
     if (p == Prop::WindowState) {
@@ -41,10 +53,42 @@ void FormWindow::syncFromForm(Prop p) {
     }
 }
 
+void FormWindow::placeFrame() {
+    window_->move(form_->left(), form_->top());
+    // Before the window manager has framed it, Qt may take the position for the client area.
+    placing_ = !window_->isVisible();
+}
+
+// Once the frame is known, a first show that put the client where the frame belongs is moved
+// by the frame's size. False while the frame is still unknown.
+bool FormWindow::settlePlace() {
+    QWindow* h = window_->windowHandle();
+    if (!h || h->frameMargins().isNull()) return false;
+    placing_ = false;
+    const QPoint want(form_->left(), form_->top());
+    if (window_->frameGeometry().topLeft() != want) {
+        applying_ = true;
+        window_->move(want);
+        applying_ = false;
+    }
+    return true;
+}
+
+// The frame arrives after the window is mapped and may bring no event of its own: look for it
+// a few times.
+void FormWindow::watchFrame(int tries) {
+    QTimer::singleShot(20, this, guarded([this, tries] {
+                           if (!placing_ || !window_ || !form_) return;
+                           if (!settlePlace() && tries > 1) watchFrame(tries - 1);
+                       }));
+}
+
 void FormWindow::show(bool modal) {
     if (!window_) return;
     if (modal) window_->setWindowModality(Qt::ApplicationModal);
+    if (!window_->isVisible()) placeFrame();
     window_->show();
+    if (placing_) watchFrame(50);
     window_->raise();
     window_->activateWindow();
     if (!modal) return;
@@ -133,11 +177,14 @@ bool FormWindow::filter(QObject* watched, QEvent* event) {
     }
     case QEvent::Move:
     case QEvent::Resize:
-        if (!applying_) {
-            applying_ = true;
-            form_->move(window_->x(), window_->y(), window_->width(), window_->height());
-            applying_ = false;
+        if (applying_) return false;
+        if (placing_ && !settlePlace()) return false;
+        applying_ = true;
+        {
+            const QRect frame = window_->frameGeometry();
+            form_->move(frame.x(), frame.y(), frame.width(), frame.height());
         }
+        applying_ = false;
         return false;
     case QEvent::Hide:
         if (modalLoop_ && !window_->isVisible()) modalLoop_->quit();

@@ -37,6 +37,9 @@ class FormWindow : public QObject, public FormView {
 
   private:
     void syncFromForm(Prop p);
+    void placeFrame();
+    bool settlePlace();
+    void watchFrame(int tries);
     bool filter(QObject* watched, QEvent* event);
     bool handleKey(QWidget* receiver, QKeyEvent* e);
     Form* form_;
@@ -45,6 +48,7 @@ class FormWindow : public QObject, public FormView {
     ScopedConnection formLink_;
     QPointer<QEventLoop> modalLoop_;
     bool applying_ = false;
+    bool placing_ = false;
     const QEvent* lastKey_ = nullptr;
     QPointer<QWidget> lastReceiver_;
 };

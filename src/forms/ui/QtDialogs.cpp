@@ -11,6 +11,13 @@ namespace velmorak {
 
 QtDialogs::QtDialogs(QWidget* parent, QPrinter* printer) : parent_(parent), printer_(printer) {}
 
+// The window the user is working in asked: the dialog stays over it and raises no other.
+QWidget* QtDialogs::owner() const {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    if (QWidget* active = QApplication::activeWindow()) return active;
+    return parent_;
+}
+
 QtDialogs::~QtDialogs() = default;
 
 QString QtDialogs::defaultTitle() {
@@ -46,7 +53,7 @@ MsgResult QtDialogs::messageBox(const QString& text, MsgButtons buttons, const Q
         escape = QMessageBox::Cancel;
         break;
     }
-    QMessageBox box(icons[int(icon)], titleOr(title), text, std, parent_);
+    QMessageBox box(icons[int(icon)], titleOr(title), text, std, owner());
     box.setEscapeButton(escape);
     switch (box.exec()) {
     case QMessageBox::Yes:
@@ -66,20 +73,20 @@ std::optional<QString> QtDialogs::inputBox(const QString& prompt, const QString&
                                            const QString& defaultText) {
     bool ok = false;
     QString t =
-        QInputDialog::getText(parent_, titleOr(title), prompt, QLineEdit::Normal, defaultText, &ok);
+        QInputDialog::getText(owner(), titleOr(title), prompt, QLineEdit::Normal, defaultText, &ok);
     if (!ok) return std::nullopt;
     return t;
 }
 
 std::optional<QString> QtDialogs::openFileName(const QString& title, const QString& filter) {
-    QString f = QFileDialog::getOpenFileName(parent_, titleOr(title), QString(), filter);
+    QString f = QFileDialog::getOpenFileName(owner(), titleOr(title), QString(), filter);
     if (f.isEmpty()) return std::nullopt;
     return f;
 }
 
 std::optional<QString> QtDialogs::saveFileName(const QString& title, const QString& filter,
                                                const QString& suggested) {
-    QString f = QFileDialog::getSaveFileName(parent_, titleOr(title), suggested, filter);
+    QString f = QFileDialog::getSaveFileName(owner(), titleOr(title), suggested, filter);
     if (f.isEmpty()) return std::nullopt;
     return f;
 }
@@ -91,7 +98,7 @@ QPrinter* QtDialogs::printer() {
 }
 
 bool QtDialogs::printerDialog() {
-    QPrintDialog dlg(printer(), parent_);
+    QPrintDialog dlg(printer(), owner());
     return dlg.exec() == QDialog::Accepted;
 }
 

@@ -28,6 +28,7 @@ class QtDialogs : public Dialogs {
     bool printerDialog() override;
 
     QPrinter* printer();
+    // The window dialogs belong to when none of ours is active.
     void setParent(QWidget* parent) { parent_ = parent; }
     // The title used for an empty one: the application's display name, else "Velmorak".
     static QString defaultTitle();
@@ -36,6 +37,7 @@ class QtDialogs : public Dialogs {
     }
 
   private:
+    QWidget* owner() const;
     QPointer<QWidget> parent_;
     QPrinter* printer_;
     std::unique_ptr<QPrinter> ownPrinter_;
