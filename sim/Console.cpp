@@ -4,9 +4,9 @@
 
 namespace velmorak::sim {
 
-const char* const kConsoleHelp =
-    "commands: silent on|off, short N|off, delay MS, unplug [on FRAME|off], source WxHxR|none,\n"
-    "          monitor on|off, reg CHIP REG [VALUE], status, help";
+const char* const kConsoleHelp = "commands: silent on|off, short N|off, delay MS, unplug [on FRAME "
+                                 "[N]|off], source WxHxR|none,\n"
+                                 "          monitor on|off, reg CHIP REG [VALUE], status, help";
 
 namespace {
 
@@ -53,8 +53,10 @@ QString consoleCommand(VirtualCard& card, const QString& line) {
         return QStringLiteral("unplugged");
     }
     if (w.size() < 2) return usage;
-    if (verb == "unplug" && w.size() == 3 && w[1] == "on") {
+    if (verb == "unplug" && (w.size() == 3 || w.size() == 4) && w[1] == "on") {
         f.unplugOn = raw[2].toLatin1(); // frames are upper case: "unplug on RDEE"
+        f.unplugOnNth = 1;
+        if (w.size() == 4 && !toInt(w[3], 1, 1 << 30, f.unplugOnNth)) return usage;
     } else if (verb == "unplug" && w.size() == 2 && w[1] == "off") {
         f.unplugOn.clear();
     } else if (verb == "silent" && w.size() == 2) {

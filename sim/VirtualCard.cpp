@@ -341,7 +341,8 @@ QByteArray VirtualCard::receive(const QByteArray& frame) {
     if (unplugged_) return {};
     ++frames_;
     if ((faults_.unplugAfter > 0 && frames_ >= faults_.unplugAfter) ||
-        (!faults_.unplugOn.isEmpty() && frame.startsWith(faults_.unplugOn))) {
+        (!faults_.unplugOn.isEmpty() && frame.startsWith(faults_.unplugOn) &&
+         --faults_.unplugOnNth <= 0)) {
         unplugged_ = true;
         return {};
     }

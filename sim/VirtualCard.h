@@ -36,7 +36,8 @@ struct Faults {
     bool silent = false;      // no replies at all
     int shortReply = -1;      // every reply cut to its first N bytes (-1: whole replies)
     int unplugAfter = 0;      // the card vanishes after taking frame N, unanswered (0: never)
-    QByteArray unplugOn = {}; // the card vanishes on taking a frame that begins so (empty: never)
+    QByteArray unplugOn = {}; // the card vanishes on taking a frame that begins so (empty: never),
+    int unplugOnNth = 1;      // the n-th such frame from when it was set
     int delayMs = 0;          // extra time before each reply
 };
 

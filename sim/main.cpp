@@ -25,7 +25,7 @@ const char* const kUsage =
     "usage: velmorak-cardsim [--receiver|--transmitter] [--rgb|--dvi] [--fibres 1|2]\n"
     "                        [--firmware M.m] [--source WxHxR|none] [--no-monitor]\n"
     "                        [--link PATH] [--trace FILE] [--silent] [--short N]\n"
-    "                        [--unplug-after N] [--unplug-on FRAME] [--delay MS] [--console] "
+    "                        [--unplug-after N] [--unplug-on FRAME[:N]] [--delay MS] [--console] "
     "[--help]\n"
     "A virtual card on a pseudo-terminal. Prints the device path, then serves until\n"
     "interrupted. Defaults: --transmitter --rgb --fibres 2 --firmware 2.3\n"
@@ -104,8 +104,11 @@ int parse(const QStringList& args, Options& o) {
             if (!value(v) || !toInt(v, 1, 1 << 30, o.faults.unplugAfter))
                 return usageError("--unplug-after N");
         } else if (a == "--unplug-on") {
-            if (!value(v) || v.isEmpty()) return usageError("--unplug-on FRAME");
-            o.faults.unplugOn = v.toLatin1();
+            const QStringList p = value(v) ? v.split(':') : QStringList();
+            if (p.isEmpty() || p.size() > 2 || p[0].isEmpty() ||
+                (p.size() == 2 && !toInt(p[1], 1, 1 << 30, o.faults.unplugOnNth)))
+                return usageError("--unplug-on FRAME[:N]");
+            o.faults.unplugOn = p[0].toLatin1();
         } else if (a == "--delay") {
             if (!value(v) || !toInt(v, 0, 60000, o.faults.delayMs)) return usageError("--delay MS");
         } else {

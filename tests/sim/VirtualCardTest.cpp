@@ -260,8 +260,9 @@ TEST(VirtualCard, TestHooksSetAnyRegisterAndPullTheCard) {
     EXPECT_TRUE(card.receive("5USB").isEmpty());
 
     VirtualCard armed;
-    armed.setFaults({.unplugOn = "RDEE"});
+    armed.setFaults({.unplugOn = "RDEE", .unplugOnNth = 2});
     EXPECT_FALSE(armed.receive("5USB").isEmpty());
+    EXPECT_FALSE(armed.receive(QByteArray("RDEE\x20\xFE", 6)).isEmpty()) << "the first";
     EXPECT_FALSE(armed.unplugged());
     EXPECT_TRUE(armed.receive(QByteArray("RDEE\x20\xFF", 6)).isEmpty()) << "taken, unanswered";
     EXPECT_TRUE(armed.unplugged());

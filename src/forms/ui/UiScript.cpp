@@ -3,7 +3,9 @@
 #include "forms/Boundary.h"
 #include "forms/Forms.h"
 #include "forms/Snapshot.h"
+#include "forms/ui/FormWindow.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDateTime>
 #include <QDialog>
@@ -11,6 +13,7 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QWidget>
 
 #include <cstdio>
@@ -65,6 +68,23 @@ UiScript::UiScript(Forms& forms, QStringList steps, std::function<bool()> busy)
         QMetaObject::invokeMethod(d, &QDialog::accept, Qt::QueuedConnection);
         return true;
     });
+    addVerb(QStringLiteral("answer"), [](const QStringList& a) {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box) return false;
+        for (QAbstractButton* b : box->buttons())
+            if (b->text().remove(u'&') == a.join(u' ')) {
+                QMetaObject::invokeMethod(b, &QAbstractButton::click, Qt::QueuedConnection);
+                return true;
+            }
+        return false;
+    });
+    addVerb(QStringLiteral("close"), [this](const QStringList& a) {
+        Form* f = a.isEmpty() ? nullptr : forms_.get(a[0]);
+        auto* view = f ? dynamic_cast<FormWindow*>(f->view()) : nullptr;
+        if (!view || !view->window() || !view->window()->isVisible()) return false;
+        QMetaObject::invokeMethod(view->window(), &QWidget::close, Qt::QueuedConnection);
+        return true;
+    });
     addVerb(QStringLiteral("quit"), [](const QStringList&) {
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
         return true;
@@ -85,7 +105,10 @@ void UiScript::start(int tickMs, int stepTimeoutMs) {
 }
 
 void UiScript::tick() {
-    if (running_ || (busy_ && busy_())) return;
+    // While an exchange runs only the message box or input box it opened takes a step.
+    if (running_ ||
+        (busy_ && busy_() && !qobject_cast<QDialog*>(QApplication::activeModalWidget())))
+        return;
     running_ = true;
     while (!finished()) {
         const QString line = steps_[next_].trimmed();

@@ -17,6 +17,8 @@ class Forms;
 //   key <window> <keys>                                 e.g. "key frmStart Ctrl+Shift+E"
 //   dialog <text>                                       type into the open dialog, accept it
 //   click <window>.<control>                            a user's click on a button or menu
+//   answer <button text>                                press a button of the open message box
+//   close <window>                                      close a window as its title bar does
 //   quit                                                end the program
 // More verbs can be added. Steps run one after the other, never while `busy` says an exchange
 // is under way; a step that cannot be done within the time-out ends the program with code 3.
