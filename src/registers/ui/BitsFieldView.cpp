@@ -48,7 +48,6 @@ BitsFieldView::BitsFieldView(QWidget* parent) : QWidget(parent) {
         auto* c = new QPushButton(QStringLiteral("0"), this);
         c->setFixedSize(kCellWidth, kCellHeight);
         c->setFocusPolicy(Qt::TabFocus);
-        c->setAccessibleName(tr("bit %1").arg(bit));
         connect(c, &QPushButton::clicked, this, guarded([this, bit] {
                     if (model_) model_->click(bit);
                 }));
@@ -67,7 +66,14 @@ BitsFieldView::BitsFieldView(QWidget* parent) : QWidget(parent) {
     fsum_->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("-32768")));
     hex_->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("FFFFh")) + 4);
     row->addStretch();
+    setRowName(tr("Value"));
     sync();
+}
+
+void BitsFieldView::setRowName(const QString& name) {
+    setAccessibleName(name);
+    for (int bit = 0; bit < 8; ++bit)
+        cells_[size_t(bit)]->setAccessibleName(tr("%1, bit %2").arg(name).arg(bit));
 }
 
 BitsFieldView::~BitsFieldView() = default;
