@@ -107,9 +107,11 @@ void BitsFieldView::sync() {
         c->setText(model_ ? model_->txtBit(bit) : QStringLiteral("0"));
         c->setEnabled(on);
         const QColor fg = on ? palette().color(QPalette::Text) : QColor(0x40, 0x40, 0x40);
-        c->setStyleSheet(QStringLiteral("QPushButton { background: %1; color: %2; border: 1px "
-                                        "solid #606060; padding: 0; }")
-                             .arg(backColor(back, palette()).name(), fg.name()));
+        c->setStyleSheet(
+            QStringLiteral("QPushButton { background: %1; color: %2; border: 1px "
+                           "solid #606060; padding: 0; } QPushButton:focus { border: 2px solid "
+                           "palette(highlight); }")
+                .arg(backColor(back, palette()).name(), fg.name()));
     }
     const bool sums = model_ ? model_->FSum_Visible() : true;
     fsum_->setText(model_ ? model_->lblFSum() : QString());

@@ -103,12 +103,21 @@ RegisterGridView::RegisterGridView(const RegisterMap& map, const RegisterGrid& g
         cells[3] = cellLabel(holder);
         line->addWidget(cells[3]);
         const QList<QWidget*> own = controls ? controls(row) : QList<QWidget*>();
+        bool slider = false;
         for (qsizetype i = 0; i < own.size(); ++i) {
             QWidget* w = own[i];
             w->setAccessibleName(i == 0 ? rowName : rowName + tr(", value"));
+            // A slider takes the room; the others keep their natural width.
+            if (w->inherits("QAbstractSlider"))
+                slider = true;
+            else
+                w->setSizePolicy(QSizePolicy::Preferred, w->sizePolicy().verticalPolicy());
             line->addWidget(w, w->inherits("QAbstractSlider") ? 1 : 0);
         }
-        if (!own.isEmpty()) line->setStretchFactor(cells[3], 0);
+        if (!own.isEmpty()) {
+            cells[3]->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+            if (!slider) line->addStretch(1);
+        }
         controls_[size_t(r)] = own;
         layout_->addWidget(holder, r, 3);
         layout_->setRowMinimumHeight(r, bits->sizeHint().height() + 2);
