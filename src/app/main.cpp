@@ -10,7 +10,7 @@
 #include "platform/AppFolder.h"
 #include "platform/Host.h"
 #include "platform/Settings.h"
-#include "registers/UcBitsField.h"
+#include "registers/ui/BitsFieldView.h"
 #include "registers/ui/FrmAD9888View.h"
 #include "registers/ui/FrmRLRegView.h"
 #include "resdb/Database.h"
@@ -20,6 +20,7 @@
 #include "session/ui/FrmStartView.h"
 
 #include <QApplication>
+#include <QPushButton>
 #include <QSaveFile>
 #include <QScreen>
 #include <QTimer>
@@ -111,12 +112,12 @@ int main(int argc, char** argv) {
             session.forms, UiScript::readFile(qEnvironmentVariable("VELMORAK_SCRIPT")),
             [&session] { return session.fn.busy(); });
         // bit <window>.<row>(<i>) <bit>: a click on one cell of a bit row.
-        script->addVerb(QStringLiteral("bit"), [&session](const QStringList& a) {
-            const int dot = a.isEmpty() ? -1 : int(a[0].indexOf(u'.'));
-            Form* f = dot < 0 ? nullptr : session.forms.get(a[0].left(dot));
-            auto* row = f ? dynamic_cast<UcBitsField*>(f->find(a[0].mid(dot + 1))) : nullptr;
-            if (!row || a.size() < 2) return false;
-            row->click(a[1].toInt());
+        script->addVerb(QStringLiteral("bit"), [s = script.get()](const QStringList& a) {
+            auto* row = qobject_cast<BitsFieldView*>(a.size() < 2 ? nullptr : s->usable(a[0]));
+            const int bit = a.size() < 2 ? -1 : a[1].toInt();
+            QWidget* cell = row && bit >= 0 && bit < 8 ? row->cell(bit) : nullptr;
+            if (!cell || !cell->isEnabled()) return false;
+            s->clickAt(cell);
             return true;
         });
         script->start();

@@ -108,7 +108,8 @@ TEST(AppStartUp, ComesUpConnectedAndFallsBackWhenTheCardGoes) {
 }
 
 // Unlocked by its code, the tool opens the flat panel window, reads the chip, and a changed bit
-// of register 05H is loaded into the card; the single-register tool then sends one bit of 01H.
+// of register 05H is loaded into the card; the single-register tool then sends one bit of 01H and
+// a slider's value. Every step goes through the widgets.
 TEST(AppFlatPanel, ReadChangeAndLoadARegister) {
     SimProcess sim;
     ASSERT_TRUE(sim.started());
@@ -119,19 +120,21 @@ TEST(AppFlatPanel, ReadChangeAndLoadARegister) {
              "wait frmAD9888.txtMsg 0 1 Read OK", "bit frmAD9888.ucBitsField1(6) 3",
              "click frmAD9888.cmdLoad", "wait frmAD9888.txtMsg 0 1 OK", "click frmAD9888.mnuLRReg",
              "wait frmRLReg.cmdLoad 1 1 &Load", "click frmRLReg.ChkChange",
-             "bit frmRLReg.ucBitsFieldR 7", "click frmRLReg.cmdClose", "quit"});
+             "bit frmRLReg.ucBitsFieldR 7", "slide frmRLReg.HScrlR 85", "click frmRLReg.cmdClose",
+             "quit"});
     ASSERT_TRUE(app.proc.waitForFinished(40000));
     EXPECT_EQ(app.proc.exitCode(), 0);
     const QStringList trace = sim.trace();
     int before = -1, pll = -1;
-    QByteArray block, readBack, single;
+    QByteArray block, readBack;
+    QList<QByteArray> single;
     for (int i = 0; i < trace.size(); ++i) {
         const QByteArray bytes = bytesOf(trace[i]);
         if (bytes.startsWith(QByteArray("RDEE\x20\xFF", 6)) && before < 0 && i + 1 < trace.size()) {
             before = static_cast<unsigned char>(bytesOf(trace[i + 1]).at(6 + 5));
             pll = static_cast<unsigned char>(bytesOf(trace[i + 1]).at(6 + 1));
         }
-        if (bytes.startsWith(QByteArray("WREE\x20\x01", 6))) single = bytes;
+        if (bytes.startsWith(QByteArray("WREE\x20\x01", 6))) single << bytes;
         if (bytes.startsWith(QByteArray("WREE\x20\xFF", 6))) {
             block = bytes;
             if (i + 2 < trace.size()) readBack = bytesOf(trace[i + 2]);
@@ -143,6 +146,8 @@ TEST(AppFlatPanel, ReadChangeAndLoadARegister) {
     EXPECT_EQ(loaded, before ^ 0x08);
     ASSERT_GT(readBack.size(), 6 + 5);
     EXPECT_EQ(static_cast<unsigned char>(readBack.at(6 + 5)), loaded);
-    // The single-register tool, load on change: bit 7 of 01H flipped and sent alone.
-    EXPECT_EQ(single, QByteArray("WREE\x20\x01", 6) + char(pll ^ 0x80));
+    // The single-register tool, load on change: bit 7 of 01H flipped and sent alone, then the
+    // slider's value.
+    EXPECT_EQ(single, (QList<QByteArray>{QByteArray("WREE\x20\x01", 6) + char(pll ^ 0x80),
+                                         QByteArray("WREE\x20\x01", 6) + char(85)}));
 }

@@ -3,6 +3,7 @@
 #include "forms/ui/Binding.h"
 #include "registers/Ad9888Map.h"
 #include "registers/ui/BitsFieldView.h"
+#include "registers/ui/RegisterGridView.h"
 #include "registers/ui/RegisterTabsView.h"
 #include "support/SimProcess.h"
 
@@ -11,7 +12,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
-#include <QTableWidget>
 
 #include <gtest/gtest.h>
 
@@ -36,10 +36,14 @@ TEST(RegisterTabs, RowsBindByNameBothWays) {
     EXPECT_TRUE(t.binding->unboundControls().isEmpty())
         << t.binding->unboundControls().join('\n').toStdString();
     EXPECT_EQ(t.tabs->tabText(1), QStringLiteral("0EH - OFH"));
-    auto* grid = t.tabs->findChild<QTableWidget*>(QStringLiteral("FlexGr3"));
+    auto* grid = t.tabs->findChild<RegisterGridView*>(QStringLiteral("FlexGr3"));
     ASSERT_TRUE(grid);
-    EXPECT_EQ(grid->item(9, 1)->text(), QStringLiteral("Active Hsync "));
-    EXPECT_EQ(grid->cellWidget(9, 2), t.row(38)); // rows survive the grid's reshaping
+    EXPECT_EQ(grid->cellText(0, 3), QStringLiteral("Control"));
+    EXPECT_EQ(grid->cellText(9, 0), QStringLiteral(" "));
+    EXPECT_EQ(grid->cellText(9, 1), QStringLiteral("Active Hsync "));
+    EXPECT_EQ(grid->bitsRow(9), t.row(38));
+    EXPECT_EQ(t.row(38)->accessibleName(), QStringLiteral("Active Hsync"));
+    EXPECT_EQ(t.row(38)->cell(6)->accessibleName(), QStringLiteral("Active Hsync, bit 6"));
 
     spreadList(t.form.rows(), kAd9888Map, QString::fromLatin1(kAd9888Default.list));
     BitsFieldView* pll = t.row(1);

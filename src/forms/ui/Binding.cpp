@@ -212,7 +212,11 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             if (p == Prop::Enabled) a->setEnabled(m->enabled());
             if (p == Prop::Visible) a->setVisible(m->visible());
             if (p == Prop::ToolTip) a->setToolTip(m->toolTipText());
-            if (p == Prop::Caption) a->setText(m->caption());
+            if (p == Prop::Caption) {
+                a->setText(m->caption());
+                // A menu is named by its title, as its item in the bar is.
+                if (auto* menu = a->menu()) menu->setAccessibleName(withoutMnemonic(m->caption()));
+            }
             if (p == Prop::Checked) {
                 a->setCheckable(m->checked() || a->isCheckable());
                 a->setChecked(m->checked());
@@ -282,6 +286,8 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
                 }
                 if (p == Prop::Range || p == Prop::Value) sl->setValue(s->value());
             });
+            // Reachable by Tab, moved by the arrow keys.
+            if (sl->focusPolicy() == Qt::NoFocus) sl->setFocusPolicy(Qt::StrongFocus);
             connect(sl, &QAbstractSlider::sliderPressed, this, guarded([s] { s->beginDrag(); }));
             connect(sl, &QAbstractSlider::sliderMoved, this, guarded([s](int v) { s->dragTo(v); }));
             connect(sl, &QAbstractSlider::sliderReleased, this, guarded([s] { s->endDrag(); }));
@@ -318,11 +324,17 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             if (p == Prop::Caption) box->setText(cb->caption());
             if (p == Prop::Value) showCheck(box, cb->value());
         });
-        connect(box, &QAbstractButton::clicked, this, guarded([cb, box] {
-                    cb->click();
-                    QSignalBlocker b(box);
-                    showCheck(box, cb->value());
-                }));
+        // A change of state, not a click: accessibility toggles without clicking. Model
+        // writes are blocked, so each user change reaches the model once.
+        auto flip = guarded([cb, box] {
+            cb->click();
+            QSignalBlocker b(box);
+            showCheck(box, cb->value());
+        });
+        if (auto* q = qobject_cast<QCheckBox*>(box))
+            connect(q, &QCheckBox::stateChanged, this, flip);
+        else
+            connect(box, &QAbstractButton::toggled, this, flip);
         common(c, w);
         return true;
     }
@@ -339,7 +351,7 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
             if (p == Prop::Caption) rb->setText(o->caption());
             if (p == Prop::Value) rb->setChecked(o->value());
         });
-        connect(rb, &QAbstractButton::clicked, this, guarded([o, rb] {
+        connect(rb, &QAbstractButton::toggled, this, guarded([o, rb] {
                     o->click();
                     QSignalBlocker b(rb);
                     rb->setChecked(o->value());

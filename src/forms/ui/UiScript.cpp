@@ -6,7 +6,11 @@
 #include "forms/ui/FormWindow.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
+#include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDateTime>
 #include <QDialog>
 #include <QFile>
@@ -14,6 +18,11 @@
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QRadioButton>
+#include <QStyle>
+#include <QStyleOptionButton>
 #include <QWidget>
 
 #include <cstdio>
@@ -23,14 +32,85 @@ namespace velmorak {
 
 namespace {
 
-// "frmStart.cmdConnect" -> the form and the control.
-Control* controlOf(Forms& forms, const QString& path) {
+// The widget or action bound to "frmStart.cmdConnect" in its window's view.
+QObject* boundObject(Forms& forms, const QString& path) {
     const int dot = int(path.indexOf(u'.'));
-    Form* f = forms.get(path.left(dot));
-    return f ? f->find(path.mid(dot + 1)) : nullptr;
+    Form* f = dot < 0 ? nullptr : forms.get(path.left(dot));
+    auto* view = f ? dynamic_cast<FormWindow*>(f->view()) : nullptr;
+    return view ? view->binding().boundTo(path.mid(dot + 1)) : nullptr;
+}
+
+// The key a character is typed with.
+QKeyEvent keyFor(QEvent::Type type, QChar ch) {
+    const int key = ch.isLetter() ? ch.toUpper().unicode() : ch.unicode();
+    return QKeyEvent(type, key, ch.isUpper() ? Qt::ShiftModifier : Qt::NoModifier, QString(ch));
+}
+
+void press(QWidget* w, int key, Qt::KeyboardModifiers mods, const QString& text = QString()) {
+    for (QEvent::Type t : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        if (!w) return;
+        QKeyEvent e(t, key, mods, text);
+        QApplication::sendEvent(w, &e);
+    }
+}
+
+void typeInto(QWidget* w, const QString& text) {
+    QPointer<QWidget> target(w);
+    for (QChar ch : text)
+        for (QEvent::Type t : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            if (!target) return;
+            QKeyEvent e = keyFor(t, ch);
+            QApplication::sendEvent(target, &e);
+        }
+}
+
+// Where a user clicks a check box or option button: on its box.
+std::optional<QPoint> boxOf(QWidget* w) {
+    QStyle::SubElement part;
+    if (qobject_cast<QCheckBox*>(w))
+        part = QStyle::SE_CheckBoxIndicator;
+    else if (qobject_cast<QRadioButton*>(w))
+        part = QStyle::SE_RadioButtonIndicator;
+    else
+        return std::nullopt;
+    QStyleOptionButton opt;
+    opt.initFrom(w);
+    return w->style()->subElementRect(part, &opt, w).center();
 }
 
 } // namespace
+
+QObject* UiScript::usable(const QString& path) const {
+    QObject* o = boundObject(forms_, path);
+    if (auto* w = qobject_cast<QWidget*>(o)) return w->isVisible() && w->isEnabled() ? w : nullptr;
+    if (auto* a = qobject_cast<QAction*>(o)) {
+        const int dot = int(path.indexOf(u'.'));
+        auto* view = dynamic_cast<FormWindow*>(forms_.get(path.left(dot))->view());
+        QWidget* win = view ? view->window() : nullptr;
+        return a->isVisible() && a->isEnabled() && win && win->isVisible() && win->isEnabled()
+                   ? a
+                   : nullptr;
+    }
+    return nullptr;
+}
+
+void UiScript::clickAt(QWidget* w, std::optional<QPoint> at) {
+    QPointer<QWidget> target(w);
+    const QPoint p = at.value_or(w->rect().center());
+    QMetaObject::invokeMethod(
+        this, guarded([target, p] {
+            for (QEvent::Type t : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+                if (!target) return;
+                const QPointF local(p);
+                QMouseEvent e(t, local, QPointF(target->mapTo(target->window(), p)),
+                              QPointF(target->mapToGlobal(p)), Qt::LeftButton,
+                              t == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                              Qt::NoModifier);
+                QApplication::sendEvent(target, &e);
+            }
+        }),
+        Qt::QueuedConnection);
+}
 
 UiScript::UiScript(Forms& forms, QStringList steps, std::function<bool()> busy)
     : forms_(forms), steps_(std::move(steps)), busy_(std::move(busy)) {
@@ -40,32 +120,80 @@ UiScript::UiScript(Forms& forms, QStringList steps, std::function<bool()> busy)
         return formsSnapshot(forms_).contains(want);
     });
     addVerb(QStringLiteral("click"), [this](const QStringList& a) {
-        Control* c = a.isEmpty() ? nullptr : controlOf(forms_, a[0]);
-        if (!c || !c->enabled()) return false;
-        // Queued, so a modal window it opens does not block the script.
-        QMetaObject::invokeMethod(this, guarded([c] {
-                                      if (auto* b = dynamic_cast<Button*>(c)) b->click();
-                                      if (auto* m = dynamic_cast<MenuItem*>(c)) m->click();
-                                      if (auto* x = dynamic_cast<CheckBox*>(c)) x->click();
+        QObject* o = a.isEmpty() ? nullptr : usable(a[0]);
+        if (auto* action = qobject_cast<QAction*>(o)) {
+            // A pick from the menu; queued, as the menu closes first.
+            QPointer<QAction> p(action);
+            QMetaObject::invokeMethod(this, guarded([p] {
+                                          if (p) p->trigger();
+                                      }),
+                                      Qt::QueuedConnection);
+            return true;
+        }
+        auto* w = qobject_cast<QWidget*>(o);
+        if (!w) return false;
+        clickAt(w, boxOf(w));
+        return true;
+    });
+    addVerb(QStringLiteral("type"), [this](const QStringList& a) {
+        auto* w = qobject_cast<QWidget*>(a.isEmpty() ? nullptr : usable(a[0]));
+        if (auto* cbo = qobject_cast<QComboBox*>(w)) w = cbo->lineEdit();
+        if (!w) return false;
+        QPointer<QWidget> target(w);
+        const QString text = a.mid(1).join(u' ');
+        QMetaObject::invokeMethod(this, guarded([target, text] {
+                                      if (!target) return;
+                                      target->setFocus(Qt::OtherFocusReason);
+                                      typeInto(target, text);
+                                  }),
+                                  Qt::QueuedConnection);
+        return true;
+    });
+    addVerb(QStringLiteral("slide"), [this](const QStringList& a) {
+        auto* w = qobject_cast<QWidget*>(a.size() < 2 ? nullptr : usable(a[0]));
+        QAccessibleInterface* i = w ? QAccessible::queryAccessibleInterface(w) : nullptr;
+        if (!i || !i->valueInterface()) return false;
+        QPointer<QWidget> target(w);
+        const int value = a[1].toInt();
+        QMetaObject::invokeMethod(this, guarded([target, value] {
+                                      if (!target) return;
+                                      if (auto* v = QAccessible::queryAccessibleInterface(target))
+                                          if (auto* vi = v->valueInterface())
+                                              vi->setCurrentValue(value);
                                   }),
                                   Qt::QueuedConnection);
         return true;
     });
     addVerb(QStringLiteral("key"), [this](const QStringList& a) {
         Form* f = a.size() < 2 ? nullptr : forms_.get(a[0]);
-        if (!f) return false;
+        auto* view = f ? dynamic_cast<FormWindow*>(f->view()) : nullptr;
+        QWidget* win = view ? view->window() : nullptr;
+        if (!win || !win->isVisible()) return false;
         const QKeyCombination k = QKeySequence(a[1])[0];
-        QMetaObject::invokeMethod(
-            this, guarded([f, k] { f->previewKey(int(k.key()), k.keyboardModifiers()); }),
-            Qt::QueuedConnection);
+        // At the window's focused control, as a key typed into the window arrives.
+        QPointer<QWidget> target(win->focusWidget() ? win->focusWidget() : win);
+        QMetaObject::invokeMethod(this, guarded([target, k] {
+                                      if (target)
+                                          press(target, int(k.key()), k.keyboardModifiers());
+                                  }),
+                                  Qt::QueuedConnection);
         return true;
     });
-    addVerb(QStringLiteral("dialog"), [](const QStringList& a) {
+    addVerb(QStringLiteral("dialog"), [this](const QStringList& a) {
         auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         auto* edit = d ? d->findChild<QLineEdit*>() : nullptr;
-        if (!edit) return false;
-        edit->setText(a.join(u' '));
-        QMetaObject::invokeMethod(d, &QDialog::accept, Qt::QueuedConnection);
+        if (!edit || !edit->isVisible() || !edit->isEnabled()) return false;
+        QPointer<QLineEdit> target(edit);
+        const QString text = a.join(u' ');
+        QMetaObject::invokeMethod(this, guarded([target, text] {
+                                      if (!target) return;
+                                      target->setFocus(Qt::OtherFocusReason);
+                                      target->selectAll();
+                                      typeInto(target, text);
+                                      if (target)
+                                          press(target, Qt::Key_Return, Qt::NoModifier, "\r");
+                                  }),
+                                  Qt::QueuedConnection);
         return true;
     });
     addVerb(QStringLiteral("answer"), [](const QStringList& a) {

@@ -48,7 +48,6 @@ BitsFieldView::BitsFieldView(QWidget* parent) : QWidget(parent) {
         auto* c = new QPushButton(QStringLiteral("0"), this);
         c->setFixedSize(kCellWidth, kCellHeight);
         c->setFocusPolicy(Qt::TabFocus);
-        c->setAccessibleName(tr("bit %1").arg(bit));
         connect(c, &QPushButton::clicked, this, guarded([this, bit] {
                     if (model_) model_->click(bit);
                 }));
@@ -67,7 +66,14 @@ BitsFieldView::BitsFieldView(QWidget* parent) : QWidget(parent) {
     fsum_->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("-32768")));
     hex_->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("FFFFh")) + 4);
     row->addStretch();
+    setRowName(tr("Value"));
     sync();
+}
+
+void BitsFieldView::setRowName(const QString& name) {
+    setAccessibleName(name);
+    for (int bit = 0; bit < 8; ++bit)
+        cells_[size_t(bit)]->setAccessibleName(tr("%1, bit %2").arg(name).arg(bit));
 }
 
 BitsFieldView::~BitsFieldView() = default;
@@ -101,9 +107,11 @@ void BitsFieldView::sync() {
         c->setText(model_ ? model_->txtBit(bit) : QStringLiteral("0"));
         c->setEnabled(on);
         const QColor fg = on ? palette().color(QPalette::Text) : QColor(0x40, 0x40, 0x40);
-        c->setStyleSheet(QStringLiteral("QPushButton { background: %1; color: %2; border: 1px "
-                                        "solid #606060; padding: 0; }")
-                             .arg(backColor(back, palette()).name(), fg.name()));
+        c->setStyleSheet(
+            QStringLiteral("QPushButton { background: %1; color: %2; border: 1px "
+                           "solid #606060; padding: 0; } QPushButton:focus { border: 2px solid "
+                           "palette(highlight); }")
+                .arg(backColor(back, palette()).name(), fg.name()));
     }
     const bool sums = model_ ? model_->FSum_Visible() : true;
     fsum_->setText(model_ ? model_->lblFSum() : QString());

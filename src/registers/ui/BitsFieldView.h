@@ -15,7 +15,8 @@ namespace velmorak {
 class UcBitsField;
 
 // The drawing of a ucBitsField: eight cells, bit 7 leftmost, a gap between the nibbles, then
-// the byte in decimal and in hexadecimal. A click on a cell goes to the model's click. Named
+// the byte in decimal and in hexadecimal. A click on a cell (or Space on a focused cell) goes to
+// the model's click. Named
 // "ucBitsField1(3)" it binds to that member through FormBinding; attach() binds it directly.
 class BitsFieldView : public QWidget {
     Q_OBJECT
@@ -26,6 +27,9 @@ class BitsFieldView : public QWidget {
     void attach(UcBitsField* model);
     void detach();
     UcBitsField* model() const { return model_; }
+    // The human name of the row for assistive technology: the row, and each cell
+    // "<name>, bit 3".
+    void setRowName(const QString& name);
 
     QPushButton* cell(int bit) const { return cells_[size_t(bit)]; }
     QLabel* fsumLabel() const { return fsum_; }

@@ -17,7 +17,6 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTabWidget>
-#include <QTableWidget>
 #include <QVBoxLayout>
 
 namespace velmorak {
@@ -44,26 +43,13 @@ QWidget* controlWidget(const QString& name) {
     return text;
 }
 
-// Puts each row's controls over the "Control" cell of its grid.
-void placeRowControls(QTabWidget* tabs) {
-    const RegisterMap& map = kAd9888Map;
-    for (const RegisterGrid& g : map.grids) {
-        auto* grid = tabs->findChild<QTableWidget*>(QString::fromLatin1(g.grid));
-        if (!grid) continue;
-        int widest = 0;
-        for (int m = g.first; m <= g.last; ++m) {
-            const RegisterRow& row = map.rows[size_t(m)];
-            if (!row.control) continue;
-            auto* cell = new QWidget;
-            auto* l = new QHBoxLayout(cell);
-            l->setContentsMargins(2, 0, 2, 0);
-            for (const QString& name : QString::fromLatin1(row.control).split(u','))
-                l->addWidget(controlWidget(name), name.startsWith(QLatin1String("HScrl")) ? 1 : 0);
-            grid->setCellWidget(m - g.first + 1, 3, cell);
-            widest = std::max(widest, cell->sizeHint().width());
-        }
-        grid->setColumnWidth(3, std::max(widest, 220));
-    }
+// The controls of a row's "Control" cell.
+QList<QWidget*> rowControls(const RegisterRow& row) {
+    QList<QWidget*> out;
+    if (row.control)
+        for (const QString& name : QString::fromLatin1(row.control).split(u','))
+            out << controlWidget(name);
+    return out;
 }
 
 QGroupBox* master(const QString& title, const char* bar, const char* text) {
@@ -71,10 +57,12 @@ QGroupBox* master(const QString& title, const char* bar, const char* text) {
     auto* l = new QHBoxLayout(box);
     auto* b = named(new QScrollBar(Qt::Horizontal), QString::fromLatin1(bar));
     b->setMinimumWidth(200);
+    b->setAccessibleName(title);
     l->addWidget(b, 1);
     auto* t = named(new QLineEdit, QString::fromLatin1(text));
     t->setReadOnly(true);
     t->setMaximumWidth(60);
+    t->setAccessibleName(title + QObject::tr(", value"));
     l->addWidget(t);
     return box;
 }
@@ -88,9 +76,9 @@ QWidget* buildFrmAD9888View(Form& form) {
     auto* outer = new QHBoxLayout(central);
 
     auto* left = new QVBoxLayout;
-    QTabWidget* tabs = buildRegisterTabs(kAd9888Map);
+    QTabWidget* tabs = buildRegisterTabs(kAd9888Map, rowControls);
     tabs->setObjectName(QStringLiteral("TabStrip1"));
-    placeRowControls(tabs);
+    tabs->setAccessibleName(QObject::tr("Registers"));
     left->addWidget(tabs, 1);
     auto* masters = new QHBoxLayout;
     masters->addWidget(master(QObject::tr("Contrast"), "HScrlContrast", "txtContrast"));
@@ -104,9 +92,11 @@ QWidget* buildFrmAD9888View(Form& form) {
     right->addWidget(named(new QCheckBox, QStringLiteral("ChkChange")));
     auto* presets = named(new QListWidget, QStringLiteral("lstPresets"));
     presets->setMinimumHeight(160);
+    presets->setAccessibleName(QObject::tr("Presets"));
     right->addWidget(presets, 1);
     auto* msg = named(new QLineEdit, QStringLiteral("txtMsg"));
     msg->setReadOnly(true);
+    msg->setAccessibleName(QObject::tr("Message"));
     QFont bold = msg->font();
     bold.setBold(true);
     msg->setFont(bold);

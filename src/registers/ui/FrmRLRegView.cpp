@@ -38,7 +38,9 @@ QWidget* buildFrmRLRegView(Form& form) {
     grid->addWidget(devLabel, 0, 2);
     grid->addWidget(dev, 0, 3);
 
-    grid->addWidget(named(new BitsFieldView, "ucBitsFieldR"), 1, 0, 1, 4);
+    auto* bits = named(new BitsFieldView, "ucBitsFieldR");
+    bits->setRowName(QObject::tr("Register"));
+    grid->addWidget(bits, 1, 0, 1, 4);
 
     auto* valueLabel = named(new QLabel, "lblValue");
     auto* slider = named(new QScrollBar(Qt::Horizontal), "HScrlR");
@@ -52,6 +54,7 @@ QWidget* buildFrmRLRegView(Form& form) {
     auto* buttons = new QHBoxLayout;
     auto* msg = named(new QLineEdit, "txtMsg");
     msg->setMaximumWidth(90);
+    msg->setAccessibleName(QObject::tr("Message"));
     buttons->addWidget(msg);
     buttons->addStretch();
     for (const char* n : {"cmdRead", "cmdLoad", "cmdClose"})

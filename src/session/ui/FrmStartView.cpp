@@ -55,7 +55,9 @@ QWidget* buildFrmStartView(Form& form) {
     lblCom->setBuddy(txtCom);
     portRow->addWidget(lblCom);
     portRow->addWidget(txtCom);
-    portRow->addWidget(named(new SpinArrows, "SpinButton1"));
+    auto* spin = named(new SpinArrows, "SpinButton1");
+    spin->setAccessibleName(QObject::tr("COM port up or down"));
+    portRow->addWidget(spin);
     portRow->addSpacing(12);
     portRow->addWidget(named(new QPushButton, "cmdConnect"));
     portRow->addWidget(named(new QPushButton, "cmdDisconnect"));
@@ -111,9 +113,14 @@ QWidget* buildFrmStartView(Form& form) {
     // The classification lists are never shown.
     auto* hidden = new QWidget(central);
     hidden->hide();
-    named(new QComboBox(hidden), "cboPresets");
-    for (const char* n : {"lstVGroup", "lstVBorders", "lstHBorders", "lstHGroup"})
-        named(new QListWidget(hidden), n);
+    named(new QComboBox(hidden), "cboPresets")->setAccessibleName(QObject::tr("Presets"));
+    const std::pair<const char*, QString> lists[] = {
+        {"lstVGroup", QObject::tr("Vertical groups")},
+        {"lstVBorders", QObject::tr("Vertical borders")},
+        {"lstHBorders", QObject::tr("Horizontal borders")},
+        {"lstHGroup", QObject::tr("Horizontal groups")}};
+    for (const auto& [n, human] : lists)
+        named(new QListWidget(hidden), n)->setAccessibleName(human);
 
     w->setCentralWidget(central);
     named(w->statusBar(), "StatusBar1");
