@@ -1,70 +1,15 @@
 // The real tool against the virtual card on a pseudo-terminal, in real time.
+#include "support/AppProcess.h"
 #include "support/SimProcess.h"
 
-#include <QDeadlineTimer>
-#include <QElapsedTimer>
-#include <QFile>
-#include <QProcess>
-#include <QSettings>
-#include <QTemporaryDir>
-#include <QThread>
 #include <gtest/gtest.h>
 
 #include <cstdio>
 
-using velmorak::test::buildDir;
 using velmorak::test::SimProcess;
+using App = velmorak::test::AppProcess;
 
 namespace {
-
-class App {
-  public:
-    explicit App(const QString& cardLink, const QStringList& script = {}) {
-        QSettings conf(home.filePath("config/Velmorak/Velmorak.conf"), QSettings::IniFormat);
-        conf.setValue("StartUp/PORT", "5");
-        conf.setValue("Ports/COM5", cardLink);
-        conf.sync();
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert("XDG_CONFIG_HOME", home.filePath("config"));
-        env.insert("QT_QPA_PLATFORM", "offscreen");
-        env.insert("VELMORAK_STATE_FILE", stateFile());
-        if (!script.isEmpty()) {
-            QFile f(home.filePath("script.txt"));
-            f.open(QIODevice::WriteOnly);
-            f.write(script.join('\n').toUtf8());
-            env.insert("VELMORAK_SCRIPT", f.fileName());
-        }
-        proc.setProcessEnvironment(env);
-        proc.setProcessChannelMode(QProcess::ForwardedChannels);
-        clock.start();
-        proc.start(buildDir() + "/velmorak", {});
-        proc.waitForStarted(5000);
-    }
-    ~App() {
-        if (proc.state() == QProcess::NotRunning) return;
-        proc.kill();
-        proc.waitForFinished(3000);
-    }
-    QString stateFile() const { return home.filePath("state.txt"); }
-    QStringList state() const {
-        QFile f(stateFile());
-        if (!f.open(QIODevice::ReadOnly)) return {};
-        return QString::fromUtf8(f.readAll()).split('\n');
-    }
-    // Waits until the window shows this control line.
-    bool waitFor(const QString& line, int ms) {
-        QDeadlineTimer deadline(ms);
-        while (!deadline.hasExpired()) {
-            if (state().contains(line)) return true;
-            if (proc.state() == QProcess::NotRunning) return false;
-            QThread::msleep(20);
-        }
-        return false;
-    }
-    QTemporaryDir home;
-    QProcess proc;
-    QElapsedTimer clock;
-};
 
 QByteArray bytesOf(const QString& traceLine) {
     return QByteArray::fromHex(traceLine.section(' ', 2).toLatin1());
