@@ -310,6 +310,7 @@ TEST(FormWindowTest, CloseUnloadsUnlessCancelledAndKeysReachTheForm) {
     f.cancelUnload = false;
     made->close();
     EXPECT_FALSE(forms.isLoaded("frmDemo"));
+    QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_FALSE(made) << "the window is freed with its form";
 }

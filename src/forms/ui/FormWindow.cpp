@@ -114,10 +114,23 @@ void FormWindow::dispose() {
     if (window_) {
         window_->removeEventFilter(this);
         window_->hide();
-        window_->deleteLater();
     }
     if (modalLoop_) modalLoop_->quit();
-    deleteLater();
+    releaseLater(0);
+}
+
+// A widget of this window may be emitting the very signal whose handler unloaded it (a menu
+// pick that opened a modal window, in whose loop the card went): the window and this view are
+// deleted only once no handler is on the stack.
+void FormWindow::releaseLater(int ms) {
+    QTimer::singleShot(ms, this, [this] {
+        if (HandlerScope::depth() > 0) {
+            releaseLater(50);
+            return;
+        }
+        if (window_) window_->deleteLater();
+        deleteLater();
+    });
 }
 
 std::optional<QRect> FormWindow::controlRect(const QString& name) const {

@@ -40,6 +40,7 @@ class FormWindow : public QObject, public FormView {
     void placeFrame();
     bool settlePlace();
     void watchFrame(int tries);
+    void releaseLater(int ms);
     bool filter(QObject* watched, QEvent* event);
     bool handleKey(QWidget* receiver, QKeyEvent* e);
     Form* form_;
