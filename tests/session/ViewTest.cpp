@@ -137,14 +137,11 @@ TEST(FrmRLRegView, ControlsAndSlider) {
 
 namespace {
 
-// Every node of a window's accessibility tree by its description; menu items, which carry none,
-// by their action's name.
+// Every node of a window's accessibility tree by its description, menu items included.
 void walkAccessible(QAccessibleInterface* i, QHash<QString, QAccessibleInterface*>& out,
                     int depth = 0) {
     if (!i || !i->isValid() || depth > 40) return;
-    QString key = i->text(QAccessible::Description);
-    if (key.isEmpty() && i->role() == QAccessible::MenuItem)
-        if (auto* a = qobject_cast<QAction*>(i->object())) key = a->objectName();
+    const QString key = i->text(QAccessible::Description);
     if (!key.isEmpty() && !out.contains(key)) out.insert(key, i);
     for (int k = 0; k < i->childCount(); ++k)
         walkAccessible(i->child(k), out, depth + 1);

@@ -1,5 +1,6 @@
 #include "forms/ui/Binding.h"
 
+#include "forms/ui/MenuItemAccessible.h"
 #include "forms/ui/SpinArrows.h"
 
 #include "forms/Boundary.h"
@@ -98,6 +99,7 @@ void registerWidgetBinder(const QMetaObject& widgetClass, WidgetBinder binder) {
 }
 
 FormBinding::FormBinding(Form& form, QWidget* root) : root_(root) {
+    installMenuItemAccessible();
     QHash<QString, QObject*> targets;
     auto consider = [&](QObject* o, const QString& name) {
         if (name.isEmpty() || name.startsWith(QLatin1String("qt_")) || !bindableKind(o)) return;
