@@ -107,9 +107,6 @@ TEST_F(SeedTest, EveryModeIsNamedFromItsCounts) {
         const QByteArray params = ParamBlockWithCounts(measure({m.width, m.height, m.rate}, 1), 1);
         EXPECT_EQ(FindRezName(params, lists, *db), "") << m.name.toStdString();
     }
-    // A common mode is there by its usual name.
-    const SyncCounts c = measure({1024, 768, 75}, 2);
-    EXPECT_EQ(FindRezName(block(c.syncV, c.syncH), lists, *db), "1024x768x75");
 }
 
 TEST_F(SeedTest, FindRezNameEdges) {
@@ -117,7 +114,6 @@ TEST_F(SeedTest, FindRezNameEdges) {
         int v, h;
         const char* name;
     } table[] = {
-        {3255, 1612, "1024x768x60"}, // H 806
         {3255, 1613, "1024x768x60"}, // 806.5 -> 806
         {3255, 1611, "1024x768x60"}, // 805.5 -> 806
         {3255, 1697, "1024x768x60"}, // 848.5 -> 848

@@ -434,13 +434,9 @@ TEST(StoreErrors, EngineCodesInOneLine) {
         int number;
         const char* text;
     } table[] = {
-        {SQLITE_READONLY, 3027, "The database file /d/x.MDB is read-only."},
         {SQLITE_READONLY_DBMOVED, 3027, "The database file /d/x.MDB is read-only."},
-        {SQLITE_FULL, 3026, "The disk is full."},
-        {SQLITE_BUSY, 3260, "The database file /d/x.MDB is in use by another program; try again."},
         {SQLITE_LOCKED, 3260,
          "The database file /d/x.MDB is in use by another program; try again."},
-        {SQLITE_CORRUPT, 3049, "The database file /d/x.MDB is damaged."},
         {SQLITE_NOTADB, 3049, "The database file /d/x.MDB is damaged."},
         {SQLITE_CANTOPEN, 3051, "The database file /d/x.MDB cannot be opened."},
         {SQLITE_IOERR_WRITE, 3040, "The database file /d/x.MDB could not be read or written."},

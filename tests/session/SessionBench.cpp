@@ -3,6 +3,7 @@
 #include "support/SimProcess.h"
 
 #include <QFile>
+#include <gtest/gtest.h>
 
 namespace velmorak::test {
 
@@ -36,6 +37,14 @@ int SessionBench::sentCount(const QString& hexPrefix) const {
     for (const QString& f : link.sent())
         if (f.startsWith(hexPrefix)) ++n;
     return n;
+}
+
+void expectOffline(FrmStart& f) {
+    EXPECT_EQ(f.cmdConnect.caption(), "C&onnect");
+    EXPECT_TRUE(f.cmdConnect.enabled());
+    EXPECT_FALSE(f.cmdDisconnect.enabled());
+    EXPECT_TRUE(f.SpinButton1.enabled());
+    EXPECT_FALSE(f.txtNameCard.visible() || f.txtFwv.visible() || f.lblFwv.visible());
 }
 
 } // namespace velmorak::test

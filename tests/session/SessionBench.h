@@ -36,4 +36,7 @@ class SessionBench {
     QString dbPath() const { return dir.filePath("DBDefaults.MDB"); }
 };
 
+// The main window without a card: connect offered, the port arrows on, the card's fields hidden.
+void expectOffline(FrmStart& f);
+
 } // namespace velmorak::test

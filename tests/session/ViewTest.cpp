@@ -46,21 +46,40 @@ FormWindow* startWithView(SessionBench& b) {
 
 } // namespace
 
-TEST(FrmStartView, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
+// Every window: each control has its widget, the title is right, and a picture to look at.
+TEST(Views, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
     SessionBench b;
-    FormWindow* view = startWithView(b);
-    ASSERT_NE(view, nullptr);
-    EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
-    auto* w = qobject_cast<QMainWindow*>(view->window());
+    ASSERT_NE(startWithView(b), nullptr);
+    Forms& forms = b.session->forms;
+    forms.show("frmAD9888");
+    forms.show("frmRLReg");
+    forms.show("frmInputBox");
+    const struct {
+        const char* form;
+        const char* title; // its start
+        const char* png;   // nullptr: none
+    } table[] = {{"frmStart", "Velmorak Software Version", "frmStart"},
+                 {"frmInputBox", "Enter the Name", nullptr},
+                 {"frmAD9888", "", nullptr},
+                 {"frmRLReg", "Load / Read Register", "frmRLReg"}};
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.form);
+        auto* view = dynamic_cast<FormWindow*>(forms.get(row.form)->view());
+        ASSERT_NE(view, nullptr);
+        EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
+        EXPECT_TRUE(view->window()->windowTitle().startsWith(row.title))
+            << view->window()->windowTitle().toStdString();
+        if (!row.png) continue;
+        QApplication::processEvents();
+        const QString png = velmorak::test::buildDir() + "/tests/" + row.png + ".png";
+        EXPECT_TRUE(view->window()->grab().save(png));
+    }
+    auto* w = qobject_cast<QMainWindow*>(dynamic_cast<FormWindow*>(b.frm().view())->window());
     ASSERT_NE(w, nullptr);
     QStringList menus;
     for (QAction* a : w->menuBar()->actions())
         menus << a->text();
     EXPECT_EQ(menus, (QStringList{"&File", "&Settings", "&View", "&Presets"}));
-    EXPECT_TRUE(w->windowTitle().startsWith("Velmorak Software Version"));
-    QApplication::processEvents();
-    const QString png = velmorak::test::buildDir() + "/tests/frmStart.png";
-    EXPECT_TRUE(w->grab().save(png));
 }
 
 // Keys typed anywhere in the window reach the window's logic first.
@@ -77,25 +96,14 @@ TEST(FrmStartView, UnlockKeysArriveFromAWidget) {
     EXPECT_EQ(txtCom->text(), " 5");
 }
 
-TEST(FrmInputBoxView, EveryControlHasItsWidget) {
-    SessionBench b({}, QString());
-    ASSERT_NE(startWithView(b), nullptr);
-    Form& box = b.session->forms.show("frmInputBox");
-    auto* view = dynamic_cast<FormWindow*>(box.view());
-    ASSERT_NE(view, nullptr);
-    EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
-    EXPECT_EQ(view->window()->windowTitle(), "Enter the Name");
-}
-
-// The flat panel window against the card: every control drawn, each tab pictured, and a user's
-// moves on the widgets reach the rows.
-TEST(FrmAD9888View, TabsRowsAndControls) {
+// Each tab of the flat panel window pictured, and a user's moves on the widgets of both register
+// windows reach the rows.
+TEST(RegisterViews, TabsSlidersAndRows) {
     SessionBench b;
     ASSERT_NE(startWithView(b), nullptr);
     auto& f = dynamic_cast<FrmAD9888&>(b.session->forms.show("frmAD9888"));
     auto* view = dynamic_cast<FormWindow*>(f.view());
     ASSERT_NE(view, nullptr);
-    EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
     auto* tabs = view->window()->findChild<QTabWidget*>("TabStrip1");
     ASSERT_NE(tabs, nullptr);
     for (int t = 0; t < 4; ++t) {
@@ -114,25 +122,13 @@ TEST(FrmAD9888View, TabsRowsAndControls) {
     clamp->setValue(99);
     EXPECT_EQ(f.byteOf(6), 99);
     EXPECT_TRUE(view->controlRect("cmdSave").has_value());
-}
 
-// The single-register tool: every control drawn, a picture, and the slider moving the cells.
-TEST(FrmRLRegView, ControlsAndSlider) {
-    SessionBench b;
-    ASSERT_NE(startWithView(b), nullptr);
-    b.session->forms.show("frmAD9888");
-    auto& f = dynamic_cast<FrmRLReg&>(b.session->forms.show("frmRLReg"));
-    auto* view = dynamic_cast<FormWindow*>(f.view());
-    ASSERT_NE(view, nullptr);
-    EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
-    EXPECT_EQ(view->window()->windowTitle(), "Load / Read Register");
-    auto* slider = view->window()->findChild<QScrollBar*>("HScrlR");
+    auto& rl = dynamic_cast<FrmRLReg&>(b.session->forms.show("frmRLReg"));
+    auto* slider = dynamic_cast<FormWindow*>(rl.view())->window()->findChild<QScrollBar*>("HScrlR");
     ASSERT_NE(slider, nullptr);
     slider->setValue(0x7F);
-    EXPECT_EQ(f.ucBitsFieldR.ReadByte(), 0x7F);
-    EXPECT_EQ(f.ucBitsFieldR.lblHex(), "7Fh");
-    QApplication::processEvents();
-    EXPECT_TRUE(view->window()->grab().save(velmorak::test::buildDir() + "/tests/frmRLReg.png"));
+    EXPECT_EQ(rl.ucBitsFieldR.ReadByte(), 0x7F);
+    EXPECT_EQ(rl.ucBitsFieldR.lblHex(), "7Fh");
 }
 
 namespace {

@@ -206,31 +206,3 @@ TEST(SimTransportLink, ReadsAndWritesThroughTheLinkFunctions) {
     EXPECT_EQ(l.fn.SendRead(cmd).left(2), QByteArray("OK"));
     EXPECT_TRUE(l.reactions.calls.isEmpty());
 }
-
-TEST(SimTransportLink, FaultsReachTheLinkAsTheyWouldFromACard) {
-    {
-        LinkBench l;
-        l.card.setFaults({.silent = true});
-        const qint64 t0 = l.host.now();
-        EXPECT_EQ(l.fn.ReadEE(32, 62), QByteArray(1, '\0'));
-        EXPECT_GE(l.host.now() - t0, 1200) << "waited for the time-out";
-    }
-    {
-        LinkBench l;
-        l.card.setFaults({.shortReply = 7});
-        EXPECT_EQ(l.fn.ReadEE(32, 62), QByteArray(1, char(0x02))) << "one payload byte";
-    }
-    {
-        LinkBench l;
-        l.card.setFaults({.delayMs = 300});
-        const qint64 t0 = l.host.now();
-        EXPECT_EQ(l.fn.ReadEE(32, 62).size(), 26);
-        EXPECT_GE(l.host.now() - t0, 300);
-    }
-    {
-        LinkBench l;
-        l.card.setFaults({.unplugAfter = 1});
-        l.fn.ReadEE(32, 62);
-        EXPECT_EQ(l.reactions.calls, QStringList{"unloadAll"}) << "device gone ends the program";
-    }
-}

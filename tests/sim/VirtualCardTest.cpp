@@ -68,14 +68,6 @@ TEST(VirtualCard, ReplyLengthsAndHeads) {
     }
 }
 
-TEST(VirtualCard, ProbeAnswersWithFirmware) {
-    CardConfig cfg;
-    cfg.firmwareMajor = 1;
-    cfg.firmwareMinor = 9;
-    VirtualCard card(cfg);
-    EXPECT_EQ(card.receive("5USB"), QByteArray("5DVI\x01\x09"));
-}
-
 TEST(VirtualCard, SingleRegisterWritesAndReadOnlyRegisters) {
     struct Case {
         int chip, reg, value;
