@@ -60,7 +60,7 @@ TEST(Views, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
         const char* png;   // nullptr: none
     } table[] = {{"frmStart", "Velmorak Software Version", "frmStart"},
                  {"frmInputBox", "Enter the Name", nullptr},
-                 {"frmAD9888", "", nullptr},
+                 {"frmAD9888", "Velmorak Optimization", nullptr},
                  {"frmRLReg", "Load / Read Register", "frmRLReg"}};
     for (const auto& row : table) {
         SCOPED_TRACE(row.form);
