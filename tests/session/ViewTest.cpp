@@ -158,6 +158,7 @@ Connection countEvents(Control* c, int& n) {
     if (auto* m = dynamic_cast<MenuItem*>(c)) return m->onClick.connect(bump);
     if (auto* s = dynamic_cast<ScrollBar*>(c)) return s->onChange.connect(bump);
     if (auto* r = dynamic_cast<UcBitsField*>(c)) return r->onClickBit.connect(bump);
+    if (auto* t = dynamic_cast<TextBox*>(c)) return t->onChange.connect(bump);
     return Connection();
 }
 
@@ -221,7 +222,7 @@ TEST(AccessibleWindows, EveryControlFoundByNameAndActionsReachTheLogic) {
     ASSERT_NE(rowRed, nullptr);
     EXPECT_EQ(rowRed->text(QAccessible::Name).toStdString(), "Red Offset");
 
-    enum How { Press, Toggle, Value, Bit };
+    enum How { Press, Toggle, Value, Bit, Text };
     struct Act {
         const char* window;
         const char* control;
@@ -242,6 +243,7 @@ TEST(AccessibleWindows, EveryControlFoundByNameAndActionsReachTheLogic) {
         {"frmRLReg", "HScrlR", Value, 0x55, 1},
         {"frmRLReg", "ucBitsFieldR", Bit, 7, 1},
         {"frmStart", "cmdSync", Press, 0, 1},
+        {"frmAD9888", "txtPLLc", Text, 1400, 1},
     };
     for (const Act& a : acts) {
         SCOPED_TRACE(std::string(a.window) + "." + a.control);
@@ -265,6 +267,12 @@ TEST(AccessibleWindows, EveryControlFoundByNameAndActionsReachTheLogic) {
             ASSERT_NE(i->valueInterface(), nullptr);
             i->valueInterface()->setCurrentValue(a.arg);
             break;
+        case Text: {
+            QAccessibleEditableTextInterface* e = i->editableTextInterface();
+            ASSERT_NE(e, nullptr);
+            e->replaceText(0, i->textInterface()->characterCount(), QString::number(a.arg));
+            break;
+        }
         case Bit: {
             QAccessibleInterface* cell = nullptr;
             const QString name = i->text(QAccessible::Name) + QString(", bit %1").arg(a.arg);
@@ -278,6 +286,11 @@ TEST(AccessibleWindows, EveryControlFoundByNameAndActionsReachTheLogic) {
         }
         settle([&] { return events >= a.events && a.events > 0; });
         EXPECT_EQ(events, a.events);
+        if (a.how == Text) {
+            auto* t = dynamic_cast<TextBox*>(f->find(a.control));
+            ASSERT_NE(t, nullptr);
+            EXPECT_EQ(t->text(), QString::number(a.arg));
+        }
         if (a.how == Value) {
             auto* s = dynamic_cast<ScrollBar*>(f->find(a.control));
             ASSERT_NE(s, nullptr);

@@ -251,7 +251,9 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
                         le->setCursorPosition(t->selStart());
                 }
             });
-            connect(le, &QLineEdit::textEdited, this,
+            // Every change the model did not make (model writes block the signals): edits,
+            // pastes, and text set through assistive technology.
+            connect(le, &QLineEdit::textChanged, this,
                     guarded([t, le](const QString& s) { t->userEdit(s, le->cursorPosition()); }));
         } else if (auto* pe = qobject_cast<QPlainTextEdit*>(w)) {
             watch(c, [t, pe, base, guard](Prop p) {
