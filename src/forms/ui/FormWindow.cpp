@@ -116,7 +116,26 @@ void FormWindow::dispose() {
         window_->hide();
     }
     if (modalLoop_) modalLoop_->quit();
+    if (HandlerScope::depth() == 0) {
+        // Unloaded by the program itself (its end): nothing of ours is on the stack, so this
+        // view and those still waiting go now.
+        releasePending();
+        delete this; // and the window with it
+        return;
+    }
+    pending().append(this);
     releaseLater(0);
+}
+
+QList<QPointer<FormWindow>>& FormWindow::pending() {
+    static QList<QPointer<FormWindow>> views;
+    return views;
+}
+
+void FormWindow::releasePending() {
+    const QList<QPointer<FormWindow>> views = std::exchange(pending(), {});
+    for (const QPointer<FormWindow>& v : views)
+        delete v.data();
 }
 
 // A widget of this window may be emitting the very signal whose handler unloaded it (a menu
@@ -128,6 +147,7 @@ void FormWindow::releaseLater(int ms) {
             releaseLater(50);
             return;
         }
+        pending().removeAll(this);
         if (window_) window_->deleteLater();
         deleteLater();
     });

@@ -4,6 +4,7 @@
 #include "forms/ui/Binding.h"
 
 #include <QEventLoop>
+#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -41,6 +42,9 @@ class FormWindow : public QObject, public FormView {
     bool settlePlace();
     void watchFrame(int tries);
     void releaseLater(int ms);
+    // Views unloaded under a handler and not yet deleted.
+    static QList<QPointer<FormWindow>>& pending();
+    static void releasePending();
     bool filter(QObject* watched, QEvent* event);
     bool handleKey(QWidget* receiver, QKeyEvent* e);
     Form* form_;
