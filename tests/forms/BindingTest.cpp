@@ -370,5 +370,5 @@ TEST(FormWindowTest, AModalWindowUnloadedWhileOpenReturnsToItsCaller) {
     f.show(true);
     EXPECT_FALSE(forms.isLoaded("frmDemo"));
     f.show(true); // released: nothing opens, nothing blocks
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    FormWindow::releasePending();
 }

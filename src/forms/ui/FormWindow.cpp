@@ -147,9 +147,9 @@ void FormWindow::releaseLater(int ms) {
             releaseLater(50);
             return;
         }
+        // Deleted now: a deferred delete posted as the program quits would never run.
         pending().removeAll(this);
-        if (window_) window_->deleteLater();
-        deleteLater();
+        delete this; // and the window with it
     });
 }
 

@@ -31,6 +31,9 @@ class FormWindow : public QObject, public FormView {
     std::optional<QRect> controlRect(const QString& name) const override;
 
     QWidget* window() const { return window_; }
+    // Deletes now the views unloaded under a handler that are still waiting (call with no
+    // handler on the stack).
+    static void releasePending();
     FormBinding& binding() { return *binding_; }
 
   protected:
@@ -42,9 +45,7 @@ class FormWindow : public QObject, public FormView {
     bool settlePlace();
     void watchFrame(int tries);
     void releaseLater(int ms);
-    // Views unloaded under a handler and not yet deleted.
     static QList<QPointer<FormWindow>>& pending();
-    static void releasePending();
     bool filter(QObject* watched, QEvent* event);
     bool handleKey(QWidget* receiver, QKeyEvent* e);
     Form* form_;

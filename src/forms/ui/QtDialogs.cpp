@@ -13,8 +13,10 @@ QtDialogs::QtDialogs(QWidget* parent, QPrinter* printer) : parent_(parent), prin
 
 // The window the user is working in asked: the dialog stays over it and raises no other.
 QWidget* QtDialogs::owner() const {
-    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-    if (QWidget* active = QApplication::activeWindow()) return active;
+    if (QWidget* modal = QApplication::activeModalWidget(); modal && modal->isVisible())
+        return modal;
+    if (QWidget* active = QApplication::activeWindow(); active && active->isVisible())
+        return active;
     return parent_;
 }
 
