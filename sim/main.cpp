@@ -27,10 +27,25 @@ const char* const kUsage =
     "                        [--link PATH] [--trace FILE] [--silent] [--short N]\n"
     "                        [--unplug-after N] [--unplug-on FRAME[:N]] [--delay MS] [--console] "
     "[--help]\n"
+    "                        [--version]\n"
     "A virtual card on a pseudo-terminal. Prints the device path, then serves until\n"
     "interrupted. Defaults: --transmitter --rgb --fibres 2 --firmware 2.3\n"
     "--source 1024x768x75. With --console, commands typed on standard input change\n"
-    "the card while it runs (type help).\n";
+    "the card while it runs (type help).\n"
+    "  --receiver, --transmitter  which card to be\n"
+    "  --rgb, --dvi               the card's video interface\n"
+    "  --fibres 1|2               fibres fitted\n"
+    "  --firmware M.m             firmware version reported\n"
+    "  --source WxHxR|none        the input video mode, or no source\n"
+    "  --no-monitor               no monitor on the output\n"
+    "  --link PATH                a symbolic link at PATH to the pseudo-terminal\n"
+    "  --trace FILE               write every frame in and out to FILE\n"
+    "  --silent                   never answer\n"
+    "  --short N                  cut every reply to N bytes\n"
+    "  --unplug-after N           vanish after N frames\n"
+    "  --unplug-on FRAME[:N]      vanish on the N-th (default first) frame starting with FRAME\n"
+    "  --delay MS                 wait MS milliseconds before each reply\n"
+    "  --console                  read console commands from standard input\n";
 
 struct Options {
     CardConfig card;
@@ -53,7 +68,7 @@ bool toInt(const QString& s, int min, int max, int& out) {
     return true;
 }
 
-// 0 on success, else the exit code; -1 for --help.
+// 0 on success, else the exit code; -1 for --help, -2 for --version.
 int parse(const QStringList& args, Options& o) {
     for (int i = 0; i < args.size(); ++i) {
         const QString& a = args[i];
@@ -64,6 +79,7 @@ int parse(const QStringList& args, Options& o) {
         };
         QString v;
         if (a == "--help" || a == "-h") return -1;
+        if (a == "--version") return -2;
         if (a == "--receiver")
             o.card.receiver = true;
         else if (a == "--transmitter")
@@ -147,6 +163,10 @@ int main(int argc, char** argv) {
     if (const int rc = parse(args, o); rc != 0) {
         if (rc == -1) {
             std::fputs(kUsage, stdout);
+            return 0;
+        }
+        if (rc == -2) {
+            std::puts("velmorak-cardsim " VELMORAK_VERSION);
             return 0;
         }
         return rc;

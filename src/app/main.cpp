@@ -25,9 +25,45 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <cstdio>
+#include <cstring>
+
 using namespace velmorak;
 
 namespace {
+
+const char* const kHelp =
+    "usage: velmorak [--help] [--version]\n"
+    "Service and configuration tool for the Velmorak fibre-optic video extender cards\n"
+    "(Transmitter and Receiver), reached over a USB serial port at 115200 8N1.\n"
+    "\n"
+    "Settings: $XDG_CONFIG_HOME/Velmorak/Velmorak.conf (default ~/.config/Velmorak/Velmorak.conf)\n"
+    "  [StartUp] PORT=n     the COM number of the card's port, used at start-up\n"
+    "  [Ports]   COMn=PATH  the device behind COM number n (default /dev/ttyUSB<n-1>)\n"
+    "Database: DBDefaults.MDB beside the executable, else a per-user copy in\n"
+    "  ~/.local/share/Velmorak/Velmorak, seeded from ../share/velmorak on first run.\n"
+    "\n"
+    "Environment:\n"
+    "  VELMORAK_STATE_FILE  write the controls of every open window to this file as they change\n"
+    "  VELMORAK_SCRIPT      a file of steps that drive the windows\n"
+    "\n"
+    "No card at hand? velmorak-cardsim is a virtual card on a pseudo-terminal: start it with\n"
+    "--link /tmp/card and set COM5=/tmp/card under [Ports] (see velmorak-cardsim --help).\n";
+
+// --help and --version answer before any window system is needed; -1 means go on.
+int commandLine(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        if (!std::strcmp(argv[i], "--help") || !std::strcmp(argv[i], "-h")) {
+            std::fputs(kHelp, stdout);
+            return 0;
+        }
+        if (!std::strcmp(argv[i], "--version") || !std::strcmp(argv[i], "-v")) {
+            std::puts("velmorak " VELMORAK_VERSION);
+            return 0;
+        }
+    }
+    return -1;
+}
 
 // With VELMORAK_STATE_FILE set, the controls of every open window are written there whenever
 // they change, for scripted checks from outside the process.
@@ -53,6 +89,7 @@ class StateFile {
 } // namespace
 
 int main(int argc, char** argv) {
+    if (const int rc = commandLine(argc, argv); rc >= 0) return rc;
     GuardedApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Velmorak"));
     QApplication::setApplicationName(QStringLiteral("Velmorak"));
