@@ -12,11 +12,9 @@ using velmorak::test::SimProcess;
 
 namespace {
 
-const QStringList kOpenFlatPanel = {"wait frmStart.cmdConnect 1 0 Connected",
-                                    "key frmStart Ctrl+Shift+E",
-                                    "dialog lumen",
-                                    "wait frmStart.mnuPanel 1 1 Flat &Panel Interface",
-                                    "click frmStart.mnuPanel"};
+const QStringList kOpenFlatPanel = {
+    "wait frmStart.cmdConnect 1 0 Connected", "key frmStart Ctrl+Shift+E", "dialog lumen",
+    "wait frmStart.mnuPanel 1 1 Flat &Panel Interface", "click frmStart.mnuPanel"};
 const QString kPanelReady = "wait frmAD9888.cmdRead 1 1 &Read";
 const QString kNoCard = "wait frmStart.cmdConnect 1 1 C&onnect";
 
@@ -45,8 +43,8 @@ TEST(AppUnplug, NoActionOfAnEditorCrashesWhenTheCardGoes) {
          "",
          {kPanelReady, "click frmAD9888.mnuLRReg", "wait frmRLReg.cmdRead 1 1 &Read",
           "close frmRLReg", kPanelReady, "click frmAD9888.cmdSave",
-          "wait frmInputBox.cmdOK 1 1 &OK", "close frmInputBox", kPanelReady,
-          "close frmAD9888", "wait frmStart.mnuPanel 1 1 Flat &Panel Interface"}},
+          "wait frmInputBox.cmdOK 1 1 &OK", "close frmInputBox", kPanelReady, "close frmAD9888",
+          "wait frmStart.mnuPanel 1 1 Flat &Panel Interface"}},
     };
     for (const Journey& j : journeys) {
         SCOPED_TRACE(j.name);
