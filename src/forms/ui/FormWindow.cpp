@@ -23,7 +23,6 @@ FormWindow::FormWindow(Form& form, QWidget* window) : form_(&form), window_(wind
     window->setWindowTitle(form.caption());
     window->setEnabled(form.enabled());
     form.move(form.left(), form.top(), window->width(), window->height());
-    placeFrame();
     formLink_ = form.onPropertyChanged.connect([this](Prop p) { syncFromForm(p); });
     window->installEventFilter(this);
     qApp->installEventFilter(this);
@@ -116,15 +115,11 @@ void FormWindow::dispose() {
         window_->hide();
     }
     if (modalLoop_) modalLoop_->quit();
-    if (HandlerScope::depth() == 0) {
-        // Unloaded by the program itself (its end): nothing of ours is on the stack, so this
-        // view and those still waiting go now.
-        releasePending();
-        delete this; // and the window with it
-        return;
-    }
     pending().append(this);
-    releaseLater(0);
+    if (HandlerScope::depth() == 0)
+        releasePending(); // unloaded by the program itself (its end): nothing of ours runs
+    else
+        releaseLater(0);
 }
 
 QList<QPointer<FormWindow>>& FormWindow::pending() {
@@ -135,21 +130,19 @@ QList<QPointer<FormWindow>>& FormWindow::pending() {
 void FormWindow::releasePending() {
     const QList<QPointer<FormWindow>> views = std::exchange(pending(), {});
     for (const QPointer<FormWindow>& v : views)
-        delete v.data();
+        delete v.data(); // and its window
 }
 
-// A widget of this window may be emitting the very signal whose handler unloaded it (a menu
-// pick that opened a modal window, in whose loop the card went): the window and this view are
-// deleted only once no handler is on the stack.
+// A widget of an unloaded window may be emitting the very signal whose handler unloaded it (a
+// menu pick that opened a modal window, in whose loop the card went): the waiting views are
+// deleted only once no handler is on the stack, and at once then, since a deferred delete
+// posted as the program quits would never run.
 void FormWindow::releaseLater(int ms) {
-    QTimer::singleShot(ms, this, [this] {
-        if (HandlerScope::depth() > 0) {
+    QTimer::singleShot(ms, qApp, [] {
+        if (HandlerScope::depth() > 0)
             releaseLater(50);
-            return;
-        }
-        // Deleted now: a deferred delete posted as the program quits would never run.
-        pending().removeAll(this);
-        delete this; // and the window with it
+        else
+            releasePending();
     });
 }
 

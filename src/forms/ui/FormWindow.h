@@ -44,7 +44,7 @@ class FormWindow : public QObject, public FormView {
     void placeFrame();
     bool settlePlace();
     void watchFrame(int tries);
-    void releaseLater(int ms);
+    static void releaseLater(int ms);
     static QList<QPointer<FormWindow>>& pending();
     bool filter(QObject* watched, QEvent* event);
     bool handleKey(QWidget* receiver, QKeyEvent* e);
