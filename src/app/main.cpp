@@ -91,6 +91,10 @@ class StateFile {
 int main(int argc, char** argv) {
     if (const int rc = commandLine(argc, argv); rc >= 0) return rc;
     GuardedApplication app(argc, argv);
+    // Windows unloaded by a handler as the program ended go before the application does.
+    struct ReleaseViews {
+        ~ReleaseViews() { FormWindow::releasePending(); }
+    } releaseViews;
     QApplication::setOrganizationName(QStringLiteral("Velmorak"));
     QApplication::setApplicationName(QStringLiteral("Velmorak"));
     QApplication::setApplicationVersion(QStringLiteral(VELMORAK_VERSION));
