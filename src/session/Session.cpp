@@ -1,5 +1,6 @@
 #include "session/Session.h"
 
+#include "link/LinkFailure.h"
 #include "link/Transport.h"
 #include "registers/FrmAD9888.h"
 #include "registers/FrmRLReg.h"
@@ -7,6 +8,8 @@
 #include "resdb/FrmInputBox.h"
 #include "resdb/RezLookup.h"
 #include "session/FrmStart.h"
+
+#include <QTime>
 
 namespace velmorak {
 
@@ -71,6 +74,18 @@ void Session::lostCardSettings(bool disableEditors) {
     f.mnuParams.setEnabled(false);
 }
 
+void Session::showLinkReason(bool lost) {
+    if (!forms.isLoaded(QStringLiteral("frmStart"))) return;
+    const LinkFailure& f = fn.lastFailure();
+    QString text = describe(f, f.device.isEmpty() ? DeviceAccess{true, true, {}, true}
+                                                  : probeDevice(f.device));
+    if (lost)
+        text = QStringLiteral("The card was lost at %1. %2")
+                   .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), text)
+                   .trimmed();
+    frmStart().lblReason.setCaption(text);
+}
+
 void Session::mainErrorHandler() {
     if (port.isOpen()) port.close();
     unloadOthers();
@@ -92,6 +107,7 @@ void Session::lostCard(bool disableEditors) {
         return;
     }
     lostCardSettings(disableEditors);
+    showLinkReason(true);
 }
 
 } // namespace velmorak
