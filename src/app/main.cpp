@@ -7,6 +7,7 @@
 #include "forms/ui/PaintProbe.h"
 #include "forms/ui/QtDialogs.h"
 #include "forms/ui/UiScript.h"
+#include "link/SerialDevices.h"
 #include "link/SerialTransport.h"
 #include "platform/AppFolder.h"
 #include "platform/Host.h"
@@ -18,6 +19,7 @@
 #include "resdb/ui/FrmInputBoxView.h"
 #include "session/FrmStart.h"
 #include "session/Session.h"
+#include "session/ui/FrmPortsView.h"
 #include "session/ui/FrmStartView.h"
 
 #include <QApplication>
@@ -120,13 +122,15 @@ int main(int argc, char** argv) {
                       screen,
                       VELMORAK_VERSION_MAJOR,
                       VELMORAK_VERSION_MINOR,
-                      VELMORAK_VERSION_PATCH};
+                      VELMORAK_VERSION_PATCH,
+                      systemSerialDevices};
     Session session(platform);
     ViewRegistry views;
     views.add(QStringLiteral("frmStart"), buildFrmStartView);
     views.add(QStringLiteral("frmInputBox"), buildFrmInputBoxView);
     views.add(QStringLiteral("frmAD9888"), buildFrmAD9888View);
     views.add(QStringLiteral("frmRLReg"), buildFrmRLRegView);
+    views.add(QStringLiteral("frmPorts"), buildFrmPortsView);
     views.install(session.forms);
 
     Main loop(session);

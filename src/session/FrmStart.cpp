@@ -60,6 +60,8 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
     cmdConnect.setCaption(kConnect);
     cmdDisconnect.setCaption(QStringLiteral("&Disconnect"));
     cmdSync.setCaption(QStringLiteral("Check &Sync"));
+    cmdPorts.setCaption(QStringLiteral("Por&ts..."));
+    cmdPorts.setToolTipText(QStringLiteral("Which device each COM number reaches"));
     cmdExit.setCaption(QStringLiteral("E&xit"));
     lblFwv.setCaption(QStringLiteral("Firmware Version:"));
     for (TextBox* t : {&txtNameCard, &txtFwv, &txtPar1, &txtH, &txtPar2, &txtMsg})
@@ -80,6 +82,7 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
     cmdExit.onClick.connect([this] { exitClick(); });
     mnuExit.onClick.connect([this] { exitClick(); });
     cmdSync.onClick.connect([this] { syncClick(); });
+    cmdPorts.onClick.connect([this] { showWindow(QStringLiteral("frmPorts")); });
     txtCom.onKeyPress.connect([this](int& k) { comKeyPress(k); });
     SpinButton1.onSpinUp.connect([this] { spin(+1); });
     SpinButton1.onSpinDown.connect([this] { spin(-1); });

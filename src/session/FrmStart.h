@@ -31,6 +31,8 @@ class FrmStart : public Form {
     StatusBar& StatusBar1 = add<StatusBar>("StatusBar1");
     // Our addition: why the card could not be reached (empty while it can).
     Label& lblReason = add<Label>("lblReason");
+    // Our addition: opens the port picker.
+    Button& cmdPorts = add<Button>("cmdPorts");
 
     // Hidden lists that classify what the card measures.
     ComboBox& cboPresets = add<ComboBox>("cboPresets");

@@ -7,6 +7,7 @@
 #include "resdb/Database.h"
 #include "resdb/FrmInputBox.h"
 #include "resdb/RezLookup.h"
+#include "session/FrmPorts.h"
 #include "session/FrmStart.h"
 
 #include <QTime>
@@ -34,6 +35,8 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmAD9888>(context); });
     forms.registerForm(QStringLiteral("frmRLReg"),
                        [this] { return std::make_unique<FrmRLReg>(context); });
+    forms.registerForm(QStringLiteral("frmPorts"),
+                       [this] { return std::make_unique<FrmPorts>(*this, platform.listPorts); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, *DbRez, [this](const QByteArray& block) { return findRezName(block); });

@@ -5,6 +5,7 @@
 #include "link/CardState.h"
 #include "link/LinkReactions.h"
 #include "link/ModFunctions.h"
+#include "link/SerialDevices.h"
 
 #include <QRect>
 #include <QString>
@@ -31,6 +32,7 @@ struct Platform {
     int versionMajor = 1;
     int versionMinor = 0;
     int versionRevision = 0;
+    SerialDeviceLister listPorts = {}; // the serial devices the system sees (none: settings only)
 };
 
 // What every window of one run shares: the public state, the card link, the open windows and

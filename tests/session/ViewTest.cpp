@@ -10,6 +10,7 @@
 #include "registers/ui/FrmRLRegView.h"
 #include "registers/ui/RegisterGridView.h"
 #include "resdb/ui/FrmInputBoxView.h"
+#include "session/ui/FrmPortsView.h"
 #include "session/ui/FrmStartView.h"
 #include "support/SimProcess.h"
 
@@ -39,6 +40,7 @@ FormWindow* startWithView(SessionBench& b) {
     views.add("frmInputBox", buildFrmInputBoxView);
     views.add("frmAD9888", buildFrmAD9888View);
     views.add("frmRLReg", buildFrmRLRegView);
+    views.add("frmPorts", buildFrmPortsView);
     views.install(b.session->forms);
     if (!b.start()) return nullptr;
     return dynamic_cast<FormWindow*>(b.frm().view());
@@ -54,6 +56,7 @@ TEST(Views, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
     forms.show("frmAD9888");
     forms.show("frmRLReg");
     forms.show("frmInputBox");
+    forms.show("frmPorts");
     const struct {
         const char* form;
         const char* title; // its start
@@ -61,7 +64,8 @@ TEST(Views, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
     } table[] = {{"frmStart", "Velmorak Software Version", "frmStart"},
                  {"frmInputBox", "Enter the Name", nullptr},
                  {"frmAD9888", "Velmorak Optimization", nullptr},
-                 {"frmRLReg", "Load / Read Register", "frmRLReg"}};
+                 {"frmRLReg", "Load / Read Register", "frmRLReg"},
+                 {"frmPorts", "Serial Ports", "frmPorts"}};
     for (const auto& row : table) {
         SCOPED_TRACE(row.form);
         auto* view = dynamic_cast<FormWindow*>(forms.get(row.form)->view());
@@ -187,7 +191,8 @@ TEST(AccessibleWindows, EveryControlFoundByNameAndActionsReachTheLogic) {
     forms.show("frmAD9888");
     forms.show("frmRLReg");
     forms.show("frmInputBox");
-    for (const char* window : {"frmStart", "frmAD9888", "frmRLReg", "frmInputBox"}) {
+    forms.show("frmPorts");
+    for (const char* window : {"frmStart", "frmAD9888", "frmRLReg", "frmInputBox", "frmPorts"}) {
         SCOPED_TRACE(window);
         Form* f = forms.get(window);
         ASSERT_NE(f, nullptr);

@@ -61,6 +61,7 @@ QWidget* buildFrmStartView(Form& form) {
     portRow->addSpacing(12);
     portRow->addWidget(named(new QPushButton, "cmdConnect"));
     portRow->addWidget(named(new QPushButton, "cmdDisconnect"));
+    portRow->addWidget(named(new QPushButton, "cmdPorts"));
     portRow->addStretch();
     outer->addLayout(portRow);
 
