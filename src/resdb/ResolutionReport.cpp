@@ -109,7 +109,8 @@ void printResolutionTable(ResolutionTable which, Database& db, Dialogs& dialogs,
     const ResolutionReportSpec spec = reportSpec(which);
     ReportPrinter* p = dialogs.reportPrinter();
     try {
-        if (!p) return;
+        // No printer to set up: the first stage fails.
+        if (!p || dialogs.printerCount() == 0) return;
         p->setOrientation(ReportPrinter::Orientation::Landscape);
         if (!dialogs.printerDialog()) return;
     } catch (const std::exception&) {

@@ -434,4 +434,8 @@ TEST(PresetList, NoPrinterDisablesPrinting) {
     EXPECT_FALSE(f.mnuPrint.enabled());
     EXPECT_FALSE(f.Toolbar1_print_tbl.enabled());
     EXPECT_TRUE(f.Toolbar1_refresh.enabled());
+    // The keys have no such guard: their print ends before the printer dialog.
+    b.link.dialogs.clear();
+    f.previewKey(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(b.link.dialogs.asked().empty());
 }
