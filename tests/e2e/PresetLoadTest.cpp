@@ -2,6 +2,9 @@
 #include "support/AppProcess.h"
 #include "support/SimProcess.h"
 
+#include <QFile>
+#include <QPrinterInfo>
+#include <QProcess>
 #include <gtest/gtest.h>
 
 using velmorak::test::SimProcess;
@@ -58,4 +61,28 @@ TEST(AppPresetList, LoadsARowIntoBothChips) {
     const QByteArray txHigh = replyAfterLast(trace, QByteArray("RDEE\x60\xFE", 6));
     ASSERT_GE(txHigh.size(), 6 + 8);
     EXPECT_EQ(txHigh.mid(6, 8), txBlock.mid(6 + 3, 8)); // 32H..39H
+}
+
+// With no printer installed, the print dialog offers a PDF file: the table is printed there.
+TEST(AppPresetList, PrintsTheTableToAPdfFile) {
+    // A system printer would be the dialog's first choice, and its file field disabled.
+    if (!QPrinterInfo::availablePrinters().isEmpty())
+        GTEST_SKIP() << "a system printer is installed; this journey needs none";
+    SimProcess sim;
+    ASSERT_TRUE(sim.started());
+    QTemporaryDir out;
+    const QString pdf = out.filePath("table.pdf");
+    App app(sim.link(), {"wait frmStart.cmdConnect 1 0 Connected", "click frmStart.mnuDatabase",
+                         "wait frmSettings.cmdLoad 1 1 &Load", "key frmSettings Ctrl+Shift+P",
+                         "dialog " + pdf, "quit"});
+    ASSERT_TRUE(app.endsCleanly(40000)) << app.state().join('\n').toStdString();
+    ASSERT_TRUE(QFile::exists(pdf));
+    QProcess text;
+    text.start("pdftotext", {"-layout", pdf, "-"});
+    ASSERT_TRUE(text.waitForFinished(30000));
+    const QStringList pages = QString::fromUtf8(text.readAllStandardOutput()).split('\f');
+    ASSERT_EQ(pages.size(), 3); // a page, the empty one, and what follows the last feed
+    EXPECT_TRUE(pages[0].contains("TABLE OF RESOLUTIONS"));
+    EXPECT_TRUE(pages[0].contains("1920x1080x60"));
+    EXPECT_TRUE(pages[1].trimmed().isEmpty());
 }
