@@ -162,6 +162,8 @@ void FrmSettings::pick() {
     c_.st.CurPresetIndex = qint16(cboPresets.listIndex());
     const int i = cboPresets.listIndex();
     c_.st.CurPreset = i >= 0 ? cboPresets.list(i) : QString();
+    // The grid lists the same rows in the same order: its cursor row follows the pick.
+    if (i >= 0 && i + 1 < DBGrid1.rows()) DBGrid1.setRow(i + 1);
 }
 
 // --- load into the card

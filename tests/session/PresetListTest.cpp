@@ -86,6 +86,7 @@ TEST(PresetList, OpensWithTheCardsResolution) {
         EXPECT_EQ(f.cboPresets.text().toStdString(), row.selected);
         EXPECT_EQ(b.st().CurPreset.toStdString(), row.curPreset);
         EXPECT_EQ(b.st().CurPresetIndex, f.cboPresets.indexOf(row.selected));
+        EXPECT_EQ(f.DBGrid1.textMatrix(f.DBGrid1.row(), 0).toStdString(), row.selected);
         EXPECT_EQ(f.cmdLoad.enabled(), row.load);
         EXPECT_EQ(f.cmdAdjust.enabled(), row.adjust);
         EXPECT_FALSE(f.cmdRemove.visible());
