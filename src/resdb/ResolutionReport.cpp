@@ -83,7 +83,7 @@ int errorNumber(const std::exception& e) {
 
 } // namespace
 
-ResolutionReportSpec reportSpec(ResolutionTable which) {
+ReportSource reportSource(ResolutionTable which) {
     if (which == ResolutionTable::Customer)
         return {QStringLiteral("    TABLE OF CUSTOMER RESOLUTIONS   "),
                 QStringLiteral("SELECT * from tblCustValues ORDER BY NameSort")};
@@ -106,7 +106,7 @@ void printResolutionPages(ReportPrinter& p, Recordset& rs, int n, const QString&
 
 void printResolutionTable(ResolutionTable which, Database& db, Dialogs& dialogs,
                           const QString& appTitle) {
-    const ResolutionReportSpec spec = reportSpec(which);
+    const ReportSource src = reportSource(which);
     ReportPrinter* p = dialogs.reportPrinter();
     try {
         // No printer to set up: the first stage fails.
@@ -118,14 +118,14 @@ void printResolutionTable(ResolutionTable which, Database& db, Dialogs& dialogs,
     }
     Recordset rs;
     try {
-        rs = db.OpenRecordset(spec.source);
+        rs = db.OpenRecordset(src.source);
         int n = 0;
         if (!(rs.Eof() && rs.Bof())) {
             rs.MoveLast();
             n = rs.RecordCount();
             rs.MoveFirst();
         }
-        printResolutionPages(*p, rs, n, spec.title);
+        printResolutionPages(*p, rs, n, src.title);
         p->endDoc();
     } catch (const std::exception& e) {
         p->killDoc();

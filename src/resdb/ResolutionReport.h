@@ -13,11 +13,11 @@ class Recordset;
 // values, 40 rows a page.
 enum class ResolutionTable { Default, Customer };
 
-struct ResolutionReportSpec {
+struct ReportSource {
     QString title;
     QString source;
 };
-ResolutionReportSpec reportSpec(ResolutionTable which);
+ReportSource reportSource(ResolutionTable which);
 
 // Prints the pages of the rows of rs (positioned on the first) on p, n rows in all.
 void printResolutionPages(ReportPrinter& p, Recordset& rs, int n, const QString& title);
