@@ -17,6 +17,7 @@
 #include "registers/ui/FrmRLRegView.h"
 #include "resdb/Database.h"
 #include "resdb/ui/FrmInputBoxView.h"
+#include "resdb/ui/FrmSettingsView.h"
 #include "session/FrmStart.h"
 #include "session/Session.h"
 #include "session/ui/FrmPortsView.h"
@@ -131,6 +132,7 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmAD9888"), buildFrmAD9888View);
     views.add(QStringLiteral("frmRLReg"), buildFrmRLRegView);
     views.add(QStringLiteral("frmPorts"), buildFrmPortsView);
+    views.add(QStringLiteral("frmSettings"), buildFrmSettingsView);
     views.install(session.forms);
 
     Main loop(session);

@@ -7,6 +7,7 @@
 #include "platform/Settings.h"
 #include "resdb/Database.h"
 #include "resdb/RezLookup.h"
+#include "session/DatabaseFile.h"
 #include "session/Session.h"
 
 #include <cmath>
@@ -87,6 +88,8 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
     SpinButton1.onSpinUp.connect([this] { spin(+1); });
     SpinButton1.onSpinDown.connect([this] { spin(-1); });
     mnuDatabase.onClick.connect([this] { databaseClick(); });
+    mnuExport.onClick.connect([this] { DatabaseFile(s_).exportClick(); });
+    mnuImport.onClick.connect([this] { DatabaseFile(s_).importClick(); });
     mnuDisplayAdj.onClick.connect([this] { displayAdjClick(); });
     mnuLaser.onClick.connect([this] { laserClick(); });
     mnuPanel.onClick.connect([this] { editorClick(QStringLiteral("frmAD9888")); });

@@ -6,6 +6,7 @@
 #include "registers/FrmRLReg.h"
 #include "resdb/Database.h"
 #include "resdb/FrmInputBox.h"
+#include "resdb/FrmSettings.h"
 #include "resdb/RezLookup.h"
 #include "session/FrmPorts.h"
 #include "session/FrmStart.h"
@@ -24,7 +25,7 @@ Session::Session(const Platform& p)
                                                         p.dialogs,
                                                         p.settings,
                                                         forms,
-                                                        [this]() -> Database& { return *DbRez; },
+                                                        [this]() -> Database& { return db(); },
                                                         [this](const QByteArray& block) {
                                                             return findRezName(block);
                                                         },
@@ -37,9 +38,11 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmRLReg>(context); });
     forms.registerForm(QStringLiteral("frmPorts"),
                        [this] { return std::make_unique<FrmPorts>(*this, platform.listPorts); });
+    forms.registerForm(QStringLiteral("frmSettings"),
+                       [this] { return std::make_unique<FrmSettings>(context); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
-            st, fn, *DbRez, [this](const QByteArray& block) { return findRezName(block); });
+            st, fn, db(), [this](const QByteArray& block) { return findRezName(block); });
     });
 }
 
@@ -49,13 +52,19 @@ Session::~Session() {
     if (DbRez) DbRez->Close();
 }
 
+Database& Session::db() {
+    if (!DbRez)
+        throw DbError(DbErr::ObjectClosed, QStringLiteral("The resolution database is not open."));
+    return *DbRez;
+}
+
 FrmStart& Session::frmStart() {
     return forms.load<FrmStart>(QStringLiteral("frmStart"));
 }
 
 QString Session::findRezName(const QByteArray& block) {
     FrmStart& f = frmStart();
-    return FindRezName(block, f.lstVBorders.items(), f.lstHBorders.items(), *DbRez);
+    return FindRezName(block, f.lstVBorders.items(), f.lstHBorders.items(), db());
 }
 
 void Session::lostCardSettings(bool disableEditors) {

@@ -55,6 +55,9 @@ class Session : public LinkReactions {
     std::unique_ptr<Database> DbRez;
     AppContext context;
 
+    // The open database; throws "closed" when a failed import left none.
+    Database& db();
+
     // The main window, loaded on first use.
     FrmStart& frmStart();
 
