@@ -13,6 +13,7 @@
 #include "registers/ui/BitsFieldView.h"
 #include "registers/ui/FrmAD9888View.h"
 #include "registers/ui/FrmRLRegView.h"
+#include "registers/ui/FrmTransmitterView.h"
 #include "resdb/Database.h"
 #include "resdb/ui/FrmInputBoxView.h"
 #include "session/FrmStart.h"
@@ -124,6 +125,7 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmInputBox"), buildFrmInputBoxView);
     views.add(QStringLiteral("frmAD9888"), buildFrmAD9888View);
     views.add(QStringLiteral("frmRLReg"), buildFrmRLRegView);
+    views.add(QStringLiteral("frmTransmitter"), buildFrmTransmitterView);
     views.install(session.forms);
 
     Main loop(session);

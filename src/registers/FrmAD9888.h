@@ -3,6 +3,7 @@
 #include "forms/Form.h"
 #include "link/AppContext.h"
 #include "registers/Ad9888Map.h"
+#include "registers/RegisterEditor.h"
 #include "registers/RegisterWalker.h"
 
 #include <QByteArray>
@@ -125,17 +126,10 @@ class FrmAD9888 : public Form {
     void readClick();
     void loadClick();
     void defaultClick();
-    void presetClick();
-    void presetListClick();
-    void saveClick();
     void connectClick();
-    void closeClick();
-    bool saveToTable(const QString& table, bool first, const QString& name,
-                     const QString& description);
-    void showMessage();
-    void writeRegister(int reg, const QByteArray& data);
-    void writeMember(int member);
-    void mergeIntoRegister(int member, qint16 v);
+    void writeRegister(int reg, const QByteArray& data) { ed_.writeRegister(reg, data); }
+    void writeMember(int member) { ed_.writeMember(member); }
+    void mergeIntoRegister(int member, qint16 v) { ed_.mergeIntoRegister(member, v); }
     void pllChanged(int s, bool write);
     void list03Changed(ComboBox& list, bool click);
     void list15Changed(bool click);
@@ -147,6 +141,7 @@ class FrmAD9888 : public Form {
     void masterDone(bool contrast);
 
     AppContext& c_;
+    RegisterEditor ed_{*this, c_, kAd9888Map, LoadOnChange};
     bool textByCode_ = false;
 };
 

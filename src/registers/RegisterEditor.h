@@ -1,0 +1,102 @@
+#pragma once
+
+#include "forms/Form.h"
+#include "link/AppContext.h"
+#include "registers/RegisterMap.h"
+#include "registers/RegisterWalker.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <initializer_list>
+#include <span>
+
+namespace velmorak {
+
+// A menu of an editor window: its item, the item it hangs under, caption and visibility.
+struct EditorMenu {
+    const char* item;
+    const char* parent; // nullptr: a top-level menu
+    const char* caption;
+    bool visible;
+};
+
+// What the register editor windows share: the chip behind their rows, the common buttons and
+// texts, the result message, the preset list that loads both chips, the save into the
+// resolution tables and the saved position. It works on the window's controls by their names
+// (ucBitsField1, txtMsg, lstPresets, cmdSave ...) and on its load-on-change flag.
+class RegisterEditor {
+  public:
+    using ImageSink = std::function<void(const QByteArray& image)>;
+
+    RegisterEditor(Form& form, AppContext& ctx, const RegisterMap& map, const bool& loadOnChange);
+
+    // --- set-up
+    // Captions and texts of the common controls; the device address box shows `device`.
+    void setUpCommonControls();
+    void addMenus(std::span<const EditorMenu> menus);
+    // The tab strip over the map's grids: tab i shows the frame of grid i only.
+    void setUpTabs();
+    // Builds the rows and sends a user's click on a row to `clickBit`; an error of the row's
+    // reaction leaves the rest of it undone.
+    void buildAndConnectRows(const std::function<void(int member)>& clickBit);
+    // mnuRead and mnuLoad run their buttons' actions, or say there is no connection.
+    void connectCommon(const std::function<void()>& read, const std::function<void()>& load,
+                       const ImageSink& setToTable, std::span<const SaveColumn> columns,
+                       const QString& changeTitle);
+
+    // --- the chip
+    int device() const { return map_.device; }
+    qint16 byteOf(int member);
+    // One register to the chip, the device address set first.
+    void writeRegister(int reg, const QByteArray& data);
+    // With load-on-change, the register of a member goes to the chip as one byte.
+    void writeMember(int member);
+    // A field's value into its register row (the field's bits cleared first), then the register
+    // goes out as writeMember sends it.
+    void mergeIntoRegister(int member, qint16 v);
+    // The two replies of a transmitter read: registers 00H to 0EH and 32H to 3DH.
+    static QByteArray transmitterImage(const QByteArray& low, const QByteArray& high);
+    // The transmitter's load check: 08H but bit 7, then 36H to 39H.
+    static bool transmitterLoaded(const QByteArray& reply, const QByteArray& sent);
+
+    // --- the window
+    // The "Control" cell of a member's grid row.
+    QString controlCell(int member) const;
+    void setControlCell(int member, const QString& text);
+    // txtMsg selected and on view for `ms`, the window frozen.
+    void showMessage(int ms);
+    void restoreLayout(const QString& section);
+    void saveLayout(const QString& section);
+    // Closes the port when it is open, then the window.
+    void close();
+
+  private:
+    void presetClick();
+    void presetListClick(const ImageSink& setToTable);
+    void saveClick(std::span<const SaveColumn> columns, const QString& changeTitle);
+    bool saveToTable(const QString& table, bool first, const QString& name,
+                     const QString& description, std::span<const SaveColumn> columns,
+                     const QString& changeTitle);
+    void runOrRefuse(const char* button, const std::function<void()>& action);
+    BitsFieldArray& rows();
+
+    Form& form_;
+    AppContext& c_;
+    const RegisterMap& map_;
+    const bool& loadOnChange_;
+};
+
+// A slider from 0 to max; small steps of `step`, large ones of 2 for a step of 2, else 16.
+struct SliderRange {
+    ScrollBar* bar;
+    int max;
+    int step;
+};
+void setUpSliders(std::initializer_list<SliderRange> sliders);
+
+// Slider handlers: change and scroll run the same body.
+void onChangeOrScroll(ScrollBar& bar, const std::function<void()>& body);
+
+} // namespace velmorak
