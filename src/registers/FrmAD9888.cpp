@@ -29,7 +29,8 @@ QStringList controlsOf(const RegisterRow& row) {
 
 } // namespace
 
-FrmAD9888::FrmAD9888(AppContext& ctx) : Form(QStringLiteral("frmAD9888")), c_(ctx) {
+FrmAD9888::FrmAD9888(AppContext& ctx)
+    : Form(QStringLiteral("frmAD9888")), EditorControls(static_cast<Form&>(*this)), c_(ctx) {
     setCaption(QStringLiteral("Velmorak Optimization"));
     move(0, 0, 900, 640);
     setUpControls();
@@ -212,19 +213,11 @@ void FrmAD9888::readClick() {
             txtMsg.setText(QStringLiteral("Failure"));
         }
     }
-    c_.host.sleep(100);
-    cmdLoad.setEnabled(true);
-    cmdRead.setEnabled(true);
-    ed_.showMessage(2000);
+    ed_.endRead();
 }
 
 void FrmAD9888::loadClick() {
-    cmdRead.setEnabled(false);
-    cmdLoad.setEnabled(false);
-    cmdLoad.setCaption(QStringLiteral("Loading"));
-    const QByteArray data = collectBlock(ucBitsField1, kMap);
-    c_.st.ChipBase = kDevice;
-    c_.fn.WriteEEBlock(kDevice, data);
+    const QByteArray data = ed_.startLoad({&cmdRead, &cmdLoad});
     const QByteArray a = c_.fn.ReadEE(kDevice, 62);
     if (a.mid(1, 14) == data.left(14)) {
         txtMsg.setText(QStringLiteral("OK"));
@@ -232,9 +225,7 @@ void FrmAD9888::loadClick() {
     } else {
         c_.dialogs.messageBox(QStringLiteral("Failure"), MsgButtons::OK, c_.st.AppTitle);
     }
-    cmdRead.setEnabled(true);
-    cmdLoad.setCaption(QStringLiteral("&Load"));
-    cmdLoad.setEnabled(true);
+    ed_.endLoad({&cmdRead, &cmdLoad});
 }
 
 void FrmAD9888::defaultClick() {

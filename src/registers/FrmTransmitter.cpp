@@ -25,7 +25,8 @@ QString identity(int high, int low) {
 
 } // namespace
 
-FrmTransmitter::FrmTransmitter(AppContext& ctx) : Form(QStringLiteral("frmTransmitter")), c_(ctx) {
+FrmTransmitter::FrmTransmitter(AppContext& ctx)
+    : Form(QStringLiteral("frmTransmitter")), EditorControls(static_cast<Form&>(*this)), c_(ctx) {
     setCaption(QStringLiteral("PanelLink Transmitter"));
     move(0, 0, 900, 640);
     setUpControls();
@@ -160,20 +161,11 @@ void FrmTransmitter::readClick() {
     } else {
         txtMsg.setText(QStringLiteral("Failure"));
     }
-    c_.host.sleep(100);
-    cmdLoad.setEnabled(true);
-    cmdRead.setEnabled(true);
-    ed_.showMessage(2000);
+    ed_.endRead();
 }
 
 void FrmTransmitter::loadClick() {
-    cmdRead.setEnabled(false);
-    cmdLoad.setEnabled(false);
-    cmdDefault.setEnabled(false);
-    cmdLoad.setCaption(QStringLiteral("Loading"));
-    const QByteArray data = collectBlock(ucBitsField1, kMap);
-    c_.st.ChipBase = kDevice;
-    c_.fn.WriteEEBlock(kDevice, data);
+    const QByteArray data = ed_.startLoad({&cmdRead, &cmdLoad, &cmdDefault});
     const QByteArray low = c_.fn.ReadEE(kDevice, 3);
     const QByteArray reply = RegisterEditor::transmitterImage(low, c_.fn.ReadEE(kDevice, 8));
     // Bit 7 of 08H and registers 09H, 0AH, 32H to 35H are not compared.
@@ -184,10 +176,7 @@ void FrmTransmitter::loadClick() {
         c_.host.sleep(100);
     }
     ed_.showMessage(1500);
-    cmdLoad.setCaption(QStringLiteral("&Load"));
-    cmdRead.setEnabled(true);
-    cmdDefault.setEnabled(true);
-    cmdLoad.setEnabled(true);
+    ed_.endLoad({&cmdRead, &cmdDefault, &cmdLoad});
 }
 
 void FrmTransmitter::defaultClick() {

@@ -12,34 +12,18 @@ namespace velmorak {
 
 // The service window of the PanelLink transmitter chip: its registers in three grids, read from
 // and loaded into the chip, edited row by row, saved to and loaded from the resolution database.
-class FrmTransmitter : public Form {
+class FrmTransmitter : public Form, public EditorControls {
   public:
     static constexpr int kDevice = 96;
     explicit FrmTransmitter(AppContext& ctx);
 
     // --- the register image and the grids
-    BitsFieldArray& ucBitsField1 = addArray<UcBitsField>("ucBitsField1");
     Frame& fraT0 = add<Frame>("fraT0");
     Frame& fraT1 = add<Frame>("fraT1");
     Frame& fraT2 = add<Frame>("fraT2");
     Grid& FlexGr0 = add<Grid>("FlexGr0");
     Grid& FlexGr1 = add<Grid>("FlexGr1");
     Grid& FlexGr2 = add<Grid>("FlexGr2");
-    TabStrip& TabStrip1 = add<TabStrip>("TabStrip1");
-
-    // --- buttons and texts
-    Button& cmdRead = add<Button>("cmdRead");
-    Button& cmdLoad = add<Button>("cmdLoad");
-    Button& cmdDefault = add<Button>("cmdDefault");
-    Button& cmdSave = add<Button>("cmdSave");
-    Button& cmdPreset = add<Button>("cmdPreset");
-    ListBox& lstPresets = add<ListBox>("lstPresets");
-    CheckBox& ChkChange = add<CheckBox>("ChkChange");
-    TextBox& txtMsg = add<TextBox>("txtMsg");
-    TextBox& txtChSum = add<TextBox>("txtChSum");
-    Label& lblChSum = add<Label>("lblChSum");
-    TextBox& txtDevAddr = add<TextBox>("txtDevAddr");
-    Label& lblDevAddr = add<Label>("lblDevAddr");
 
     // --- controls over the "Control" column
     TextBox& txt1 = add<TextBox>("txt1");
@@ -59,20 +43,9 @@ class FrmTransmitter : public Form {
     TextBox& txt3B = add<TextBox>("txt3B");
     TextBox& txt3D = add<TextBox>("txt3D");
 
-    // --- menus
-    MenuItem& mnuFile = add<MenuItem>("mnuFile");
-    MenuItem& mnuRead = add<MenuItem>("mnuRead");
-    MenuItem& mnuLoad = add<MenuItem>("mnuLoad");
-    MenuItem& mnuClose = add<MenuItem>("mnuClose");
-
-    // --- state
-    bool LoadOnChange = false;
-
     // --- operations
     void ucBitsField1_ClickBit(int index);
     void SetToTable(const QByteArray& image);
-    // The byte of member i.
-    qint16 byteOf(int member) { return ucBitsField1(member).ReadByte(); }
     // The text in the "Control" cell of a member's grid row.
     QString controlCell(int member) const { return ed_.controlCell(member); }
 
@@ -93,7 +66,7 @@ class FrmTransmitter : public Form {
     void splitCount(ScrollBar& bar, TextBox& text, int low, int high);
 
     AppContext& c_;
-    RegisterEditor ed_{*this, c_, kTransmitterMap, LoadOnChange};
+    RegisterEditor ed_{*this, *this, c_, kTransmitterMap};
 };
 
 } // namespace velmorak

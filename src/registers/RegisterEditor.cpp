@@ -11,46 +11,50 @@
 
 namespace velmorak {
 
-RegisterEditor::RegisterEditor(Form& form, AppContext& ctx, const RegisterMap& map,
-                               const bool& loadOnChange)
-    : form_(form), c_(ctx), map_(map), loadOnChange_(loadOnChange) {}
+EditorControls::EditorControls(Form& form)
+    : ucBitsField1(form.addArray<UcBitsField>(QStringLiteral("ucBitsField1"))),
+      TabStrip1(form.add<TabStrip>(QStringLiteral("TabStrip1"))),
+      cmdRead(form.add<Button>(QStringLiteral("cmdRead"))),
+      cmdLoad(form.add<Button>(QStringLiteral("cmdLoad"))),
+      cmdDefault(form.add<Button>(QStringLiteral("cmdDefault"))),
+      cmdSave(form.add<Button>(QStringLiteral("cmdSave"))),
+      cmdPreset(form.add<Button>(QStringLiteral("cmdPreset"))),
+      lstPresets(form.add<ListBox>(QStringLiteral("lstPresets"))),
+      ChkChange(form.add<CheckBox>(QStringLiteral("ChkChange"))),
+      txtMsg(form.add<TextBox>(QStringLiteral("txtMsg"))),
+      txtChSum(form.add<TextBox>(QStringLiteral("txtChSum"))),
+      lblChSum(form.add<Label>(QStringLiteral("lblChSum"))),
+      txtDevAddr(form.add<TextBox>(QStringLiteral("txtDevAddr"))),
+      lblDevAddr(form.add<Label>(QStringLiteral("lblDevAddr"))),
+      mnuFile(form.add<MenuItem>(QStringLiteral("mnuFile"))),
+      mnuRead(form.add<MenuItem>(QStringLiteral("mnuRead"))),
+      mnuLoad(form.add<MenuItem>(QStringLiteral("mnuLoad"))),
+      mnuClose(form.add<MenuItem>(QStringLiteral("mnuClose"))) {}
 
-BitsFieldArray& RegisterEditor::rows() {
-    return form_.array<UcBitsField>(QString::fromLatin1(map_.array));
-}
-
-qint16 RegisterEditor::byteOf(int member) {
-    return rows()(member).ReadByte();
-}
+RegisterEditor::RegisterEditor(Form& form, EditorControls& controls, AppContext& ctx,
+                               const RegisterMap& map)
+    : form_(form), ctl_(controls), c_(ctx), map_(map) {}
 
 void RegisterEditor::setUpCommonControls() {
-    struct Caption {
-        const char* control;
-        const char* text;
-    };
-    for (const Caption& b : {Caption{"cmdRead", "&Read"}, Caption{"cmdLoad", "&Load"},
-                             Caption{"cmdDefault", "&Default Settings"},
-                             Caption{"cmdSave", "&Save As"}, Caption{"cmdPreset", "&Preset"}})
-        form_.control<Button>(QString::fromLatin1(b.control))
-            .setCaption(QString::fromLatin1(b.text));
-    form_.control<Button>(QStringLiteral("cmdSave"))
-        .setToolTipText(QStringLiteral("Save current settings"));
-    form_.control<Button>(QStringLiteral("cmdPreset"))
-        .setToolTipText(QStringLiteral("Set setting from the List"));
-    form_.control<CheckBox>(QStringLiteral("ChkChange"))
-        .setCaption(QStringLiteral("Load Register On Change"));
-    auto& msg = form_.control<TextBox>(QStringLiteral("txtMsg"));
+    ctl_.cmdRead.setCaption(QStringLiteral("&Read"));
+    ctl_.cmdLoad.setCaption(QStringLiteral("&Load"));
+    ctl_.cmdDefault.setCaption(QStringLiteral("&Default Settings"));
+    ctl_.cmdSave.setCaption(QStringLiteral("&Save As"));
+    ctl_.cmdPreset.setCaption(QStringLiteral("&Preset"));
+    ctl_.cmdSave.setToolTipText(QStringLiteral("Save current settings"));
+    ctl_.cmdPreset.setToolTipText(QStringLiteral("Set setting from the List"));
+    ctl_.ChkChange.setCaption(QStringLiteral("Load Register On Change"));
+    TextBox& msg = ctl_.txtMsg;
     msg.setText(QStringLiteral("OK"));
     msg.setVisible(false);
     msg.setLocked(true);
-    auto& sum = form_.control<TextBox>(QStringLiteral("txtChSum"));
+    TextBox& sum = ctl_.txtChSum;
     sum.setText(QStringLiteral("00"));
     sum.setLocked(true);
-    form_.control<Label>(QStringLiteral("lblChSum")).setCaption(QStringLiteral("Check Sum :"));
-    form_.control<Label>(QStringLiteral("lblDevAddr"))
-        .setCaption(QStringLiteral(" Device Address:"));
-    form_.control<TextBox>(QStringLiteral("txtDevAddr")).setText(QString::number(map_.device));
-    form_.control<ListBox>(QStringLiteral("lstPresets")).setVisible(false);
+    ctl_.lblChSum.setCaption(QStringLiteral("Check Sum :"));
+    ctl_.lblDevAddr.setCaption(QStringLiteral(" Device Address:"));
+    ctl_.txtDevAddr.setText(QString::number(map_.device));
+    ctl_.lstPresets.setVisible(false);
 }
 
 void RegisterEditor::addMenus(std::span<const EditorMenu> menus) {
@@ -63,7 +67,7 @@ void RegisterEditor::addMenus(std::span<const EditorMenu> menus) {
 }
 
 void RegisterEditor::setUpTabs() {
-    auto& tabs = form_.control<TabStrip>(QStringLiteral("TabStrip1"));
+    TabStrip& tabs = ctl_.TabStrip1;
     QStringList captions;
     for (const RegisterGrid& g : map_.grids)
         captions << QString::fromLatin1(g.caption);
@@ -77,7 +81,7 @@ void RegisterEditor::setUpTabs() {
 
 void RegisterEditor::buildAndConnectRows(const std::function<void(int member)>& clickBit) {
     buildRows(form_, map_);
-    for (UcBitsField& row : rows()) {
+    for (UcBitsField& row : ctl_.ucBitsField1) {
         const int i = row.index();
         row.onClickBit.connect([clickBit, i] {
             try {
@@ -89,8 +93,8 @@ void RegisterEditor::buildAndConnectRows(const std::function<void(int member)>& 
     }
 }
 
-void RegisterEditor::runOrRefuse(const char* button, const std::function<void()>& action) {
-    if (form_.control<Button>(QString::fromLatin1(button)).enabled())
+void RegisterEditor::runOrRefuse(Button& button, const std::function<void()>& action) {
+    if (button.enabled())
         action();
     else
         c_.dialogs.messageBox(QStringLiteral("No USB connection"), MsgButtons::OK, c_.st.AppTitle);
@@ -100,22 +104,14 @@ void RegisterEditor::connectCommon(const std::function<void()>& read,
                                    const std::function<void()>& load, const ImageSink& setToTable,
                                    std::span<const SaveColumn> columns,
                                    const QString& changeTitle) {
-    form_.control<Button>(QStringLiteral("cmdRead")).onClick.connect(read);
-    form_.control<Button>(QStringLiteral("cmdLoad")).onClick.connect(load);
-    form_.control<MenuItem>(QStringLiteral("mnuRead")).onClick.connect([this, read] {
-        runOrRefuse("cmdRead", read);
-    });
-    form_.control<MenuItem>(QStringLiteral("mnuLoad")).onClick.connect([this, load] {
-        runOrRefuse("cmdLoad", load);
-    });
-    form_.control<MenuItem>(QStringLiteral("mnuClose")).onClick.connect([this] { close(); });
-    form_.control<Button>(QStringLiteral("cmdPreset")).onClick.connect([this] { presetClick(); });
-    form_.control<ListBox>(QStringLiteral("lstPresets")).onClick.connect([this, setToTable] {
-        presetListClick(setToTable);
-    });
-    form_.control<Button>(QStringLiteral("cmdSave")).onClick.connect([this, columns, changeTitle] {
-        saveClick(columns, changeTitle);
-    });
+    ctl_.cmdRead.onClick.connect(read);
+    ctl_.cmdLoad.onClick.connect(load);
+    ctl_.mnuRead.onClick.connect([this, read] { runOrRefuse(ctl_.cmdRead, read); });
+    ctl_.mnuLoad.onClick.connect([this, load] { runOrRefuse(ctl_.cmdLoad, load); });
+    ctl_.mnuClose.onClick.connect([this] { close(); });
+    ctl_.cmdPreset.onClick.connect([this] { presetClick(); });
+    ctl_.lstPresets.onClick.connect([this, setToTable] { presetListClick(setToTable); });
+    ctl_.cmdSave.onClick.connect([this, columns, changeTitle] { saveClick(columns, changeTitle); });
 }
 
 void RegisterEditor::writeRegister(int reg, const QByteArray& data) {
@@ -124,15 +120,15 @@ void RegisterEditor::writeRegister(int reg, const QByteArray& data) {
 }
 
 void RegisterEditor::writeMember(int member) {
-    if (!loadOnChange_) return;
+    if (!ctl_.LoadOnChange) return;
     const int regRow = registerRowOf(map_, member);
-    writeRegister(map_.rows[size_t(regRow)].reg, QByteArray(1, char(byteOf(regRow) & 0xFF)));
+    writeRegister(map_.rows[size_t(regRow)].reg, QByteArray(1, char(ctl_.byteOf(regRow) & 0xFF)));
 }
 
 void RegisterEditor::mergeIntoRegister(int member, qint16 v) {
     const int regRow = registerRowOf(map_, member);
-    const qint16 b = qint16((byteOf(regRow) & ~map_.rows[size_t(member)].shown) + v);
-    rows()(regRow).WriteByte(b);
+    const qint16 b = qint16((ctl_.byteOf(regRow) & ~map_.rows[size_t(member)].shown) + v);
+    ctl_.ucBitsField1(regRow).WriteByte(b);
     writeMember(regRow);
 }
 
@@ -167,8 +163,31 @@ void RegisterEditor::setControlCell(int member, const QString& text) {
     if (grid) form_.control<Grid>(QString::fromLatin1(grid->grid)).setTextMatrix(row, 3, text);
 }
 
+QByteArray RegisterEditor::startLoad(std::initializer_list<Button*> off) {
+    for (Button* b : off)
+        b->setEnabled(false);
+    ctl_.cmdLoad.setCaption(QStringLiteral("Loading"));
+    const QByteArray data = collectBlock(ctl_.ucBitsField1, map_);
+    c_.st.ChipBase = qint16(map_.device);
+    c_.fn.WriteEEBlock(qint16(map_.device), data);
+    return data;
+}
+
+void RegisterEditor::endLoad(std::initializer_list<Button*> on) {
+    ctl_.cmdLoad.setCaption(QStringLiteral("&Load"));
+    for (Button* b : on)
+        b->setEnabled(true);
+}
+
+void RegisterEditor::endRead() {
+    c_.host.sleep(100);
+    ctl_.cmdLoad.setEnabled(true);
+    ctl_.cmdRead.setEnabled(true);
+    showMessage(2000);
+}
+
 void RegisterEditor::showMessage(int ms) {
-    auto& msg = form_.control<TextBox>(QStringLiteral("txtMsg"));
+    TextBox& msg = ctl_.txtMsg;
     msg.setSelStart(0);
     msg.setSelLength(int(msg.text().size()));
     msg.setVisible(true);

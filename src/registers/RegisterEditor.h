@@ -22,6 +22,35 @@ struct EditorMenu {
     bool visible;
 };
 
+// The controls and state every register editor window has; a window derives from it beside
+// Form and names itself first, so these controls come first in the window.
+struct EditorControls {
+    explicit EditorControls(Form& form);
+
+    BitsFieldArray& ucBitsField1;
+    TabStrip& TabStrip1;
+    Button& cmdRead;
+    Button& cmdLoad;
+    Button& cmdDefault;
+    Button& cmdSave;
+    Button& cmdPreset;
+    ListBox& lstPresets;
+    CheckBox& ChkChange;
+    TextBox& txtMsg;
+    TextBox& txtChSum;
+    Label& lblChSum;
+    TextBox& txtDevAddr;
+    Label& lblDevAddr;
+    MenuItem& mnuFile;
+    MenuItem& mnuRead;
+    MenuItem& mnuLoad;
+    MenuItem& mnuClose;
+
+    bool LoadOnChange = false;
+    // The byte of member i.
+    qint16 byteOf(int member) { return ucBitsField1(member).ReadByte(); }
+};
+
 // What the register editor windows share: the chip behind their rows, the common buttons and
 // texts, the result message, the preset list that loads both chips, the save into the
 // resolution tables and the saved position. It works on the window's controls by their names
@@ -30,7 +59,7 @@ class RegisterEditor {
   public:
     using ImageSink = std::function<void(const QByteArray& image)>;
 
-    RegisterEditor(Form& form, AppContext& ctx, const RegisterMap& map, const bool& loadOnChange);
+    RegisterEditor(Form& form, EditorControls& controls, AppContext& ctx, const RegisterMap& map);
 
     // --- set-up
     // Captions and texts of the common controls; the device address box shows `device`.
@@ -48,7 +77,6 @@ class RegisterEditor {
 
     // --- the chip
     int device() const { return map_.device; }
-    qint16 byteOf(int member);
     // One register to the chip, the device address set first.
     void writeRegister(int reg, const QByteArray& data);
     // With load-on-change, the register of a member goes to the chip as one byte.
@@ -60,6 +88,14 @@ class RegisterEditor {
     static QByteArray transmitterImage(const QByteArray& low, const QByteArray& high);
     // The transmitter's load check: 08H but bit 7, then 36H to 39H.
     static bool transmitterLoaded(const QByteArray& reply, const QByteArray& sent);
+
+    // The start of a load: the buttons off, cmdLoad "Loading", the rows' block sent to the
+    // chip; returns the block.
+    QByteArray startLoad(std::initializer_list<Button*> off);
+    // The end of a load: cmdLoad's caption back, the buttons on.
+    void endLoad(std::initializer_list<Button*> on);
+    // The end of a read: a short pause, the buttons on, the message on view for two seconds.
+    void endRead();
 
     // --- the window
     // The "Control" cell of a member's grid row.
@@ -79,13 +115,12 @@ class RegisterEditor {
     bool saveToTable(const QString& table, bool first, const QString& name,
                      const QString& description, std::span<const SaveColumn> columns,
                      const QString& changeTitle);
-    void runOrRefuse(const char* button, const std::function<void()>& action);
-    BitsFieldArray& rows();
+    void runOrRefuse(Button& button, const std::function<void()>& action);
 
     Form& form_;
+    EditorControls& ctl_;
     AppContext& c_;
     const RegisterMap& map_;
-    const bool& loadOnChange_;
 };
 
 // A slider from 0 to max; small steps of `step`, large ones of 2 for a step of 2, else 16.

@@ -18,7 +18,7 @@
 namespace velmorak {
 
 void RegisterEditor::presetClick() {
-    auto& list = form_.control<ListBox>(QStringLiteral("lstPresets"));
+    auto& list = ctl_.lstPresets;
     for (const QString& name : ListRezNames(c_.db()))
         list.addItem(name);
     list.setVisible(true);
@@ -26,8 +26,8 @@ void RegisterEditor::presetClick() {
 
 // Loads the chosen row into both chips; the window's rows get the converter's image.
 void RegisterEditor::presetListClick(const ImageSink& setToTable) {
-    auto& list = form_.control<ListBox>(QStringLiteral("lstPresets"));
-    auto& msg = form_.control<TextBox>(QStringLiteral("txtMsg"));
+    auto& list = ctl_.lstPresets;
+    TextBox& msg = ctl_.txtMsg;
     Recordset rs = c_.db().OpenRecordset(QStringLiteral("tblDefValues"));
     rs.setIndex(QStringLiteral("Name"));
     rs.Seek(QStringLiteral("="), list.text());
@@ -130,7 +130,7 @@ bool RegisterEditor::saveToTable(const QString& table, bool first, const QString
     if (!description.isEmpty()) rs.Fields(QStringLiteral("Description")).setValue(description);
     rs.Fields(QStringLiteral("Mark")).setValue(QString());
     for (const SaveColumn& col : columns)
-        rs.Fields(QString::fromLatin1(col.column)).setValue(int(byteOf(col.member)));
+        rs.Fields(QString::fromLatin1(col.column)).setValue(int(ctl_.byteOf(col.member)));
     rs.Update();
     rs.Close();
     return true;
