@@ -40,6 +40,7 @@ FrmAD9888::FrmAD9888(AppContext& ctx)
 
 void FrmAD9888::setUpControls() {
     ed_.setUpCommonControls();
+    cmdConnect.setCaption(QStringLiteral("C&onnect"));
     txtContrast.setText(QStringLiteral("CNT"));
     txtBrite.setText(QStringLiteral("BRT"));
 
@@ -159,29 +160,19 @@ void FrmAD9888::formLoad() {
     BriReady = true;
     ContrReady = true;
     c_.host.pump();
-    if (c_.st.Connected) {
-        cmdRead.setEnabled(true);
-        cmdLoad.setEnabled(true);
-        c_.st.ChipBase = kDevice;
+    const bool card = ed_.firstRead([this] {
         const QByteArray a = c_.fn.ReadEE(kDevice, 62);
         const QByteArray b = c_.fn.ReadEE(kDevice, 8);
         LastImage = a.left(24) + b.left(2);
         SetToTable(LastImage);
-    } else {
-        LastImage = QByteArray(1, '\0');
-        cmdRead.setEnabled(false);
-        cmdLoad.setEnabled(false);
-    }
-    ed_.restoreLayout(QString::fromLatin1(kLayoutKey));
-    ChkChange.setValue(0);
-    LoadOnChange = false;
-    c_.st.ChipBase = kDevice;
+    });
+    if (!card) LastImage = QByteArray(1, '\0');
+    ed_.settle(QString::fromLatin1(kLayoutKey));
 }
 
 void FrmAD9888::formUnload(bool& cancel) {
     (void)cancel;
-    LoadOnChange = false;
-    ed_.saveLayout(QString::fromLatin1(kLayoutKey));
+    ed_.leave(QString::fromLatin1(kLayoutKey));
     if (c_.st.TestBarsOn) {
         for (const char* f : {"frmTest", "frmTestC", "frmTestG"})
             c_.forms.unload(QString::fromLatin1(f));
@@ -196,9 +187,7 @@ void FrmAD9888::formActivate() {
 // --- the chip
 
 void FrmAD9888::readClick() {
-    cmdLoad.setEnabled(false);
-    cmdRead.setEnabled(false);
-    c_.st.ChipBase = kDevice;
+    ed_.startRead();
     const QByteArray a = c_.fn.ReadEE(kDevice, 62);
     if (a == QByteArray(1, '\0')) {
         txtMsg.setText(QStringLiteral("Failure"));

@@ -120,27 +120,17 @@ void FrmTransmitter::formLoad() {
     fraT2.setVisible(false);
     TabStrip1.setSelectedIndex(1);
     c_.host.pump();
-    if (c_.st.Connected) {
-        cmdRead.setEnabled(true);
-        cmdLoad.setEnabled(true);
-        c_.st.ChipBase = kDevice;
+    ed_.firstRead([this] {
         const QByteArray low = c_.fn.ReadEE(kDevice, 3);
         const QByteArray high = c_.fn.ReadEE(kDevice, 8);
         if (low.size() > 1) SetToTable(RegisterEditor::transmitterImage(low, high));
-    } else {
-        cmdRead.setEnabled(false);
-        cmdLoad.setEnabled(false);
-    }
-    ed_.restoreLayout(QString::fromLatin1(kLayoutKey));
-    ChkChange.setValue(0);
-    LoadOnChange = false;
-    c_.st.ChipBase = kDevice;
+    });
+    ed_.settle(QString::fromLatin1(kLayoutKey));
 }
 
 void FrmTransmitter::formUnload(bool& cancel) {
     (void)cancel;
-    LoadOnChange = false;
-    ed_.saveLayout(QString::fromLatin1(kLayoutKey));
+    ed_.leave(QString::fromLatin1(kLayoutKey));
 }
 
 void FrmTransmitter::formActivate() {
@@ -150,9 +140,7 @@ void FrmTransmitter::formActivate() {
 // --- the chip
 
 void FrmTransmitter::readClick() {
-    cmdLoad.setEnabled(false);
-    cmdRead.setEnabled(false);
-    c_.st.ChipBase = kDevice;
+    ed_.startRead();
     const QByteArray low = c_.fn.ReadEE(kDevice, 3);
     if (low.size() > 1) {
         const QByteArray image = RegisterEditor::transmitterImage(low, c_.fn.ReadEE(kDevice, 8));

@@ -1,12 +1,7 @@
 #pragma once
 
-#include "forms/Form.h"
-#include "link/AppContext.h"
 #include "registers/RegisterEditor.h"
-#include "registers/RegisterWalker.h"
 #include "registers/TransmitterMap.h"
-
-#include <QByteArray>
 
 namespace velmorak {
 

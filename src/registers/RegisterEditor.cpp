@@ -93,6 +93,29 @@ void RegisterEditor::buildAndConnectRows(const std::function<void(int member)>& 
     }
 }
 
+bool RegisterEditor::firstRead(const std::function<void()>& read) {
+    const bool card = c_.st.Connected != 0;
+    ctl_.cmdRead.setEnabled(card);
+    ctl_.cmdLoad.setEnabled(card);
+    if (!card) return false;
+    c_.st.ChipBase = qint16(map_.device);
+    read();
+    return true;
+}
+
+void RegisterEditor::settle(const QString& section) {
+    placeFromLayout(form_, c_.settings, c_.screen, section);
+    ctl_.ChkChange.setValue(0);
+    ctl_.LoadOnChange = false;
+    c_.st.ChipBase = qint16(map_.device);
+}
+
+void RegisterEditor::leave(const QString& section) {
+    ctl_.LoadOnChange = false;
+    c_.settings.save(section, QStringLiteral("Layout"),
+                     QString::number(form_.left()) + u',' + QString::number(form_.top()));
+}
+
 void RegisterEditor::runOrRefuse(Button& button, const std::function<void()>& action) {
     if (button.enabled())
         action();
@@ -179,6 +202,12 @@ void RegisterEditor::endLoad(std::initializer_list<Button*> on) {
         b->setEnabled(true);
 }
 
+void RegisterEditor::startRead() {
+    ctl_.cmdLoad.setEnabled(false);
+    ctl_.cmdRead.setEnabled(false);
+    c_.st.ChipBase = qint16(map_.device);
+}
+
 void RegisterEditor::endRead() {
     c_.host.sleep(100);
     ctl_.cmdLoad.setEnabled(true);
@@ -194,15 +223,6 @@ void RegisterEditor::showMessage(int ms) {
     c_.host.pump();
     c_.host.sleep(ms);
     msg.setVisible(false);
-}
-
-void RegisterEditor::restoreLayout(const QString& section) {
-    placeFromLayout(form_, c_.settings, c_.screen, section);
-}
-
-void RegisterEditor::saveLayout(const QString& section) {
-    c_.settings.save(section, QStringLiteral("Layout"),
-                     QString::number(form_.left()) + u',' + QString::number(form_.top()));
 }
 
 void RegisterEditor::close() {

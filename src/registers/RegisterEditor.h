@@ -75,6 +75,14 @@ class RegisterEditor {
                        const ImageSink& setToTable, std::span<const SaveColumn> columns,
                        const QString& changeTitle);
 
+    // The window's own load: with a card, the buttons on and `read` spreads the chip's image;
+    // without one, the buttons off. False without a card.
+    bool firstRead(const std::function<void()>& read);
+    // The end of the window's load: the saved position, load on change off, its device address.
+    void settle(const QString& section);
+    // At unload: load on change off, the position saved.
+    void leave(const QString& section);
+
     // --- the chip
     int device() const { return map_.device; }
     // One register to the chip, the device address set first.
@@ -94,6 +102,8 @@ class RegisterEditor {
     QByteArray startLoad(std::initializer_list<Button*> off);
     // The end of a load: cmdLoad's caption back, the buttons on.
     void endLoad(std::initializer_list<Button*> on);
+    // The start of a read: the buttons off, the device address set.
+    void startRead();
     // The end of a read: a short pause, the buttons on, the message on view for two seconds.
     void endRead();
 
@@ -103,8 +113,6 @@ class RegisterEditor {
     void setControlCell(int member, const QString& text);
     // txtMsg selected and on view for `ms`, the window frozen.
     void showMessage(int ms);
-    void restoreLayout(const QString& section);
-    void saveLayout(const QString& section);
     // Closes the port when it is open, then the window.
     void close();
 

@@ -1,7 +1,6 @@
 #include "registers/ui/FrmAD9888View.h"
 
 #include "forms/ui/Binding.h"
-#include "forms/ui/MenuBar.h"
 #include "registers/Ad9888Map.h"
 #include "registers/ui/RegisterEditorView.h"
 
@@ -34,25 +33,14 @@ QGroupBox* master(const QString& title, const char* bar, const char* text) {
 } // namespace
 
 QWidget* buildFrmAD9888View(Form& form) {
-    auto* w = new QMainWindow;
-    buildMenuBar(w, form);
-    auto* central = new QWidget;
-    auto* outer = new QHBoxLayout(central);
-
     auto* left = new QVBoxLayout;
     left->addWidget(buildEditorTabs(kAd9888Map, {QStringLiteral("txtPLLc")}), 1);
     auto* masters = new QHBoxLayout;
     masters->addWidget(master(QObject::tr("Contrast"), "HScrlContrast", "txtContrast"));
     masters->addWidget(master(QObject::tr("Brightness"), "HScrlBritnes", "txtBrite"));
     left->addLayout(masters);
-    outer->addLayout(left, 1);
-
-    outer->addLayout(buildEditorActions(
-        {"cmdRead", "cmdLoad", "cmdDefault", "cmdSave", "cmdPreset", "cmdConnect"}));
-
-    w->setCentralWidget(central);
-    w->resize(1120, 640);
-    return w;
+    return buildEditorWindow(
+        form, left, {"cmdRead", "cmdLoad", "cmdDefault", "cmdSave", "cmdPreset", "cmdConnect"});
 }
 
 } // namespace velmorak

@@ -1,15 +1,18 @@
 #include "registers/ui/RegisterEditorView.h"
 
 #include "forms/ui/Binding.h"
+#include "forms/ui/MenuBar.h"
 #include "registers/RegisterMap.h"
 #include "registers/ui/RegisterTabsView.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTabWidget>
@@ -87,6 +90,18 @@ QLayout* buildEditorActions(const QStringList& buttons) {
     right->addLayout(facts);
     right->addStretch();
     return right;
+}
+
+QMainWindow* buildEditorWindow(Form& form, QLayout* content, const QStringList& buttons) {
+    auto* w = new QMainWindow;
+    buildMenuBar(w, form);
+    auto* central = new QWidget;
+    auto* outer = new QHBoxLayout(central);
+    outer->addLayout(content, 1);
+    outer->addLayout(buildEditorActions(buttons));
+    w->setCentralWidget(central);
+    w->resize(1120, 640);
+    return w;
 }
 
 } // namespace velmorak

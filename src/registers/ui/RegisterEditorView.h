@@ -6,11 +6,13 @@
 #include <QStringList>
 
 class QLayout;
+class QMainWindow;
 class QTabWidget;
 class QWidget;
 
 namespace velmorak {
 
+class Form;
 struct RegisterMap;
 struct RegisterRow;
 
@@ -24,5 +26,9 @@ QTabWidget* buildEditorTabs(const RegisterMap& map, const QStringList& editable 
 // The action column of a register editor: the named buttons, the load-on-change box, the preset
 // list, the result message, the check sum and the device address.
 QLayout* buildEditorActions(const QStringList& buttons);
+
+// An editor window: its menus, `content` on the left and the action column with `buttons` on
+// the right.
+QMainWindow* buildEditorWindow(Form& form, QLayout* content, const QStringList& buttons);
 
 } // namespace velmorak
