@@ -382,3 +382,18 @@ TEST(Transmitter, PresetListLoadsBothChips) {
     EXPECT_FALSE(f.LoadOnChange);
     EXPECT_FALSE(f.txtMsg.visible() || f.lstPresets.visible());
 }
+
+// The position is kept under the window's own section, and the window closes from its menu.
+TEST(Transmitter, PositionIsKeptUnderItsOwnSection) {
+    SessionBench b;
+    ASSERT_TRUE(b.start());
+    b.settings->save("frmTransmitter", "Layout", "120,80");
+    FrmTransmitter& f = openTx(b);
+    EXPECT_EQ(f.left(), 120);
+    EXPECT_EQ(f.top(), 80);
+    f.move(60, 40);
+    f.mnuClose.click();
+    EXPECT_EQ(b.session->forms.get("frmTransmitter"), nullptr);
+    EXPECT_EQ(b.settings->get("frmTransmitter", "Layout"), "60,40");
+    EXPECT_EQ(b.settings->get("frm9888", "Layout"), "");
+}

@@ -22,7 +22,7 @@ namespace velmorak {
 
 namespace {
 
-QWidget* controlWidget(const QString& name, bool editable) {
+QWidget* controlWidget(const QString& name, bool editable, bool words) {
     if (name.startsWith(QLatin1String("HScrl"))) {
         auto* bar = named(new QScrollBar(Qt::Horizontal), name);
         bar->setMinimumWidth(160);
@@ -37,7 +37,7 @@ QWidget* controlWidget(const QString& name, bool editable) {
     }
     auto* text = named(new QLineEdit, name);
     text->setReadOnly(!editable);
-    text->setMinimumWidth(name.size() > 6 ? 150 : 50);
+    text->setMinimumWidth(words ? 150 : 60);
     return text;
 }
 
@@ -56,7 +56,7 @@ QList<QWidget*> editorRowControls(const RegisterRow& row, const QStringList& edi
     QList<QWidget*> out;
     if (row.control)
         for (const QString& name : QString::fromLatin1(row.control).split(u','))
-            out << controlWidget(name, editable.contains(name));
+            out << controlWidget(name, editable.contains(name), row.word1 != nullptr);
     return out;
 }
 

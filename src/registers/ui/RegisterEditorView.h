@@ -17,7 +17,7 @@ struct RegisterMap;
 struct RegisterRow;
 
 // The widgets of a row's "Control" cell, by the prefixes of the names the map gives them:
-// sliders, lists, and text boxes (read-only unless named in `editable`).
+// sliders, lists, and text boxes (read-only unless named in `editable`; wide when they show words).
 QList<QWidget*> editorRowControls(const RegisterRow& row, const QStringList& editable = {});
 
 // The grids of an editor's map on the tab strip TabStrip1, each row with its controls.
