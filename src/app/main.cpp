@@ -15,6 +15,7 @@
 #include "registers/ui/BitsFieldView.h"
 #include "registers/ui/FrmAD9888View.h"
 #include "registers/ui/FrmRLRegView.h"
+#include "registers/ui/FrmTransmitterView.h"
 #include "resdb/Database.h"
 #include "resdb/ui/FrmInputBoxView.h"
 #include "resdb/ui/FrmSettingsView.h"
@@ -133,6 +134,7 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmRLReg"), buildFrmRLRegView);
     views.add(QStringLiteral("frmPorts"), buildFrmPortsView);
     views.add(QStringLiteral("frmSettings"), buildFrmSettingsView);
+    views.add(QStringLiteral("frmTransmitter"), buildFrmTransmitterView);
     views.install(session.forms);
 
     Main loop(session);

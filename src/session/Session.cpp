@@ -4,6 +4,7 @@
 #include "link/Transport.h"
 #include "registers/FrmAD9888.h"
 #include "registers/FrmRLReg.h"
+#include "registers/FrmTransmitter.h"
 #include "resdb/Database.h"
 #include "resdb/FrmInputBox.h"
 #include "resdb/FrmSettings.h"
@@ -34,6 +35,8 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmStart>(*this); });
     forms.registerForm(QStringLiteral("frmAD9888"),
                        [this] { return std::make_unique<FrmAD9888>(context); });
+    forms.registerForm(QStringLiteral("frmTransmitter"),
+                       [this] { return std::make_unique<FrmTransmitter>(context); });
     forms.registerForm(QStringLiteral("frmRLReg"),
                        [this] { return std::make_unique<FrmRLReg>(context); });
     forms.registerForm(QStringLiteral("frmPorts"),
