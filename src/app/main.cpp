@@ -6,6 +6,7 @@
 #include "forms/ui/GuardedApplication.h"
 #include "forms/ui/QtDialogs.h"
 #include "forms/ui/UiScript.h"
+#include "laser/ui/LaserViews.h"
 #include "link/SerialTransport.h"
 #include "platform/AppFolder.h"
 #include "platform/Host.h"
@@ -124,6 +125,8 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmInputBox"), buildFrmInputBoxView);
     views.add(QStringLiteral("frmAD9888"), buildFrmAD9888View);
     views.add(QStringLiteral("frmRLReg"), buildFrmRLRegView);
+    views.add(QStringLiteral("frmLaser"), buildFrmLaserView);
+    views.add(QStringLiteral("frmLaserOmron"), buildFrmLaserOmronView);
     views.install(session.forms);
 
     Main loop(session);

@@ -1,5 +1,7 @@
 #include "session/Session.h"
 
+#include "laser/FrmLaser.h"
+#include "laser/FrmLaserOmron.h"
 #include "link/Transport.h"
 #include "registers/FrmAD9888.h"
 #include "registers/FrmRLReg.h"
@@ -31,6 +33,10 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmAD9888>(context); });
     forms.registerForm(QStringLiteral("frmRLReg"),
                        [this] { return std::make_unique<FrmRLReg>(context); });
+    forms.registerForm(QStringLiteral("frmLaser"),
+                       [this] { return std::make_unique<FrmLaser>(context); });
+    forms.registerForm(QStringLiteral("frmLaserOmron"),
+                       [this] { return std::make_unique<FrmLaserOmron>(context); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, *DbRez, [this](const QByteArray& block) { return findRezName(block); });
