@@ -3,6 +3,8 @@
 #include "support/AppProcess.h"
 #include "support/SimProcess.h"
 
+#include <QProcess>
+
 #include <gtest/gtest.h>
 
 using velmorak::test::AppProcess;
@@ -63,5 +65,20 @@ TEST(AppLaser, FirmwareOpensItsEditorAndALoadReachesTheCard) {
         for (const QString& reply : got)
             readBack = readBack || reply.startsWith("52 44 45 45 40 FF " + image);
         EXPECT_TRUE(readBack) << got.join('\n').toStdString();
+    }
+}
+
+TEST(AppLaser, CardsimTakesOnlyTheTwoKinds) {
+    for (const char* kind : {"old", "new", "both"}) {
+        SCOPED_TRACE(kind);
+        QProcess p;
+        p.start(velmorak::test::buildDir() + "/velmorak-cardsim", {"--laser", kind, "--help"});
+        ASSERT_TRUE(p.waitForFinished(10000));
+        // A good option leaves --help to answer; a bad one is a usage error.
+        const bool good = QString(kind) != "both";
+        EXPECT_EQ(p.exitCode(), good ? 0 : 2);
+        if (!good) {
+            EXPECT_TRUE(p.readAllStandardError().contains("--laser old|new"));
+        }
     }
 }
