@@ -68,6 +68,32 @@ TEST(AppLaser, FirmwareOpensItsEditorAndALoadReachesTheCard) {
     }
 }
 
+// The card pulled out while a laser window reads or loads: the tool never crashes and ends as
+// it does for the other editors, or goes back to its no-card state.
+TEST(AppLaser, CardGoneDuringALaserActionIsNoCrash) {
+    struct Journey {
+        const char* firmware;
+        const char* unplugOn;
+        QStringList steps;
+    };
+    const QString noCard = "wait frmStart.cmdConnect 1 1 C&onnect";
+    const Journey journeys[] = {
+        {"2.3", "RDEE:1", {noCard}},
+        {"2.3", "WREE:1", {"wait frmLaser.cmdLoad 1 1 &Load", "click frmLaser.cmdLoad", noCard}},
+        {"2.3", "WREE:1", {"wait frmLaser.cmdLoad 1 1 &Load", "click frmLaser.mnuSaveN", noCard}},
+        {"12.1",
+         "RDEE:3",
+         {"wait frmLaserOmron.cmdRead 1 1 &Read", "click frmLaserOmron.cmdRead", noCard}},
+    };
+    for (const Journey& j : journeys) {
+        SCOPED_TRACE(std::string(j.firmware) + " " + j.unplugOn);
+        SimProcess sim({"--firmware", j.firmware, "--unplug-on", j.unplugOn});
+        ASSERT_TRUE(sim.started());
+        AppProcess app(sim.link(), kUnlock + j.steps + QStringList{"quit"});
+        EXPECT_TRUE(app.endsCleanly(45000)) << app.state().join('\n').toStdString();
+    }
+}
+
 TEST(AppLaser, CardsimTakesOnlyTheTwoKinds) {
     for (const char* kind : {"old", "new", "both"}) {
         SCOPED_TRACE(kind);
