@@ -42,8 +42,8 @@ TEST(LaserViews, EveryControlIsBoundAndNamed) {
     struct Case {
         const char* form;
         int major;
-        const char* bar;      // a scroll bar of a row
-        const char* rowName;  // its accessible name
+        const char* bar;     // a scroll bar of a row
+        const char* rowName; // its accessible name
         const char* png;
     };
     for (const Case& c : {Case{"frmLaser", 2, "HScrl1", "VCSEL Bias Output Current", "frmLaser"},
@@ -85,9 +85,9 @@ TEST(LaserViews, ChannelCellsFollowTheirBits) {
     auto backOf = [&](int row) {
         for (QLabel* l : grid->findChildren<QLabel*>())
             if (l->text() == grid->cellText(row + 1, 3))
-                return l->autoFillBackground() ? l->palette().color(QPalette::Window).rgb() &
-                                                     0xFFFFFF
-                                               : Grid::kDefaultBack;
+                return l->autoFillBackground()
+                           ? l->palette().color(QPalette::Window).rgb() & 0xFFFFFF
+                           : Grid::kDefaultBack;
         return quint32(0);
     };
     EXPECT_EQ(grid->cellText(19, 3), "Channel 4 Enabled");
