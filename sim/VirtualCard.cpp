@@ -22,9 +22,11 @@ constexpr quint8 kAdDefaults[VirtualCard::kAd9888Regs] = {
     0x02, 0x53, 0xF0, 0x48, 0x80, 0x80, 0x20, 0x20, 0x80, 0x80, 0x80, 0x80, 0x80,
     0x80, 0x40, 0x50, 0x00, 0x40, 0x20, 0x08, 0x00, 0x04, 0x32, 0x00, 0x00, 0x00};
 
-constexpr quint8 kLaserDefaults[VirtualCard::kLaserImage] = {
-    0x1C, 0x46, 0x48, 0x45, 0x47, 0x62, 0x60, 0x63, 0x61, 0x0F, 0x0F, 0x0F, 0x0F, 0x00,
-    0x88, 0x88, 0x88, 0x88, 0x30, 0x30, 0x30, 0x30, 0x05, 0xA0, 0x00, 0x00, 0x01, 0x7F};
+// The OLD laser's registers 1 to 8 at power-on; the NEW laser's default stream.
+constexpr quint8 kOldLaserImage[] = {9, 13, 24, 15, 16, 255, 15, 159};
+constexpr quint8 kNewLaserImage[] = {165, 61, 101, 69, 64, 86, 4, 100, 69, 64, 86, 4, 0};
+// NEW stream bits the driver sets itself: the latched faults and the reserved pairs, clear.
+constexpr quint8 kNewLaserFixed[] = {0, 0, 0, 0, 0x3C, 0, 0xC0, 0x03, 0, 0x3C, 0, 0xC0, 0xFC};
 
 int at(const QByteArray& b, int i) {
     return i < b.size() ? static_cast<quint8>(b[i]) : 0;
@@ -52,12 +54,35 @@ VirtualCard::VirtualCard(const CardConfig& config) : cfg_(config) {
     std::copy(std::begin(txIds), std::end(txIds), tx_.begin());
     tx_[0x08] = 0xBE;
     tx_[0x0A] = 0x80;
-    std::copy(std::begin(kLaserDefaults), std::end(kLaserDefaults), laser_.begin());
+    if (laserKind() == LaserKind::Old)
+        std::copy(std::begin(kOldLaserImage), std::end(kOldLaserImage), laser_.begin());
+    else
+        std::copy(std::begin(kNewLaserImage), std::end(kNewLaserImage), laser_.begin());
+    applyLaserChip();
     const char* sn = "L4821";
     std::copy(sn, sn + kLaserSerial, serial_.begin());
     monitor_ = defaultEdid(!cfg_.rgb);
     initData();
     applySource();
+}
+
+LaserKind VirtualCard::laserKind() const {
+    if (cfg_.laser != LaserKind::Auto) return cfg_.laser;
+    return cfg_.firmwareMajor < 10 ? LaserKind::Old : LaserKind::New;
+}
+
+// What the driver itself does to the image it was given.
+void VirtualCard::applyLaserChip() {
+    if (laserKind() == LaserKind::Old) {
+        // "Clear Registers" (register 4, bit 4): the driver returns to its power-on registers.
+        if (laser_[3] & 0x10)
+            std::copy(std::begin(kOldLaserImage), std::end(kOldLaserImage), laser_.begin());
+        laser_[4] |= 0x80; // "Test" reads 1
+        laser_[7] |= 0x80; // the laser is enabled
+        return;
+    }
+    for (size_t i = 0; i < std::size(kNewLaserFixed); ++i)
+        laser_[i] &= quint8(~kNewLaserFixed[i]);
 }
 
 void VirtualCard::initData() {
@@ -284,6 +309,7 @@ void VirtualCard::writeRegister(int chip, int reg, int value) {
 void VirtualCard::writeEE(int chip, int sel, const QByteArray& data) {
     if (sel != kFullClass) {
         if (!data.isEmpty()) writeRegister(chip, sel, at(data, 0));
+        if (chip == kChipLaser) applyLaserChip();
         return;
     }
     switch (chip) {
@@ -299,6 +325,7 @@ void VirtualCard::writeEE(int chip, int sel, const QByteArray& data) {
     case kChipSerial:
         for (int i = 0; i < data.size(); ++i)
             writeRegister(chip, i, at(data, i));
+        if (chip == kChipLaser) applyLaserChip();
         break;
     default:
         break;

@@ -9,6 +9,10 @@
 
 namespace velmorak::sim {
 
+// The laser driver fitted: OLD (eight registers) or NEW (a 98-bit stream in 13 bytes); Auto
+// goes by the firmware, OLD below major 10.
+enum class LaserKind { Auto, Old, New };
+
 // What card the model is, and what it is connected to.
 struct CardConfig {
     bool receiver = false;
@@ -29,6 +33,7 @@ struct CardConfig {
     // A register of chip refuseChip that silently keeps its value on every write (-1: none).
     int refuseChip = 32;
     int refuseRegister = -1;
+    LaserKind laser = LaserKind::Auto;
 };
 
 // Misbehaviour on command.
@@ -58,6 +63,8 @@ class VirtualCard {
     explicit VirtualCard(const CardConfig& config = {});
 
     const CardConfig& config() const { return cfg_; }
+    // Old or New; never Auto.
+    LaserKind laserKind() const;
     // A new source (or none) and what the chips report about it.
     void setSource(std::optional<VideoMode> source);
     void setMonitorAttached(bool attached) { cfg_.monitorAttached = attached; }
@@ -106,6 +113,7 @@ class VirtualCard {
     void writeRegister(int chip, int reg, int value);
     QByteArray readRegisters(int chip, int reg, int count) const;
     void applySource();
+    void applyLaserChip();
     void initData();
 
     CardConfig cfg_;

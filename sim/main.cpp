@@ -23,7 +23,8 @@ namespace {
 
 const char* const kUsage =
     "usage: velmorak-cardsim [--receiver|--transmitter] [--rgb|--dvi] [--fibres 1|2]\n"
-    "                        [--firmware M.m] [--source WxHxR|none] [--no-monitor]\n"
+    "                        [--firmware M.m] [--laser old|new] [--source WxHxR|none]\n"
+    "                        [--no-monitor]\n"
     "                        [--link PATH] [--trace FILE] [--silent] [--garble] [--short N]\n"
     "                        [--unplug-after N] [--unplug-on FRAME[:N]] [--delay MS] [--console] "
     "[--help]\n"
@@ -36,6 +37,7 @@ const char* const kUsage =
     "  --rgb, --dvi               the card's video interface\n"
     "  --fibres 1|2               fibres fitted\n"
     "  --firmware M.m             firmware version reported\n"
+    "  --laser old|new            laser driver fitted (default: old below firmware 10, else new)\n"
     "  --source WxHxR|none        the input video mode, or no source\n"
     "  --no-monitor               no monitor on the output\n"
     "  --link PATH                a symbolic link at PATH to the pseudo-terminal\n"
@@ -104,6 +106,9 @@ int parse(const QStringList& args, Options& o) {
             if (p.size() != 2 || !toInt(p[0], 0, 255, o.card.firmwareMajor) ||
                 !toInt(p[1], 0, 255, o.card.firmwareMinor))
                 return usageError("--firmware M.m");
+        } else if (a == "--laser") {
+            if (!value(v) || (v != "old" && v != "new")) return usageError("--laser old|new");
+            o.card.laser = v == "old" ? LaserKind::Old : LaserKind::New;
         } else if (a == "--source") {
             if (!value(v)) return usageError("--source WxHxR|none");
             if (v == "none") {

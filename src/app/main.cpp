@@ -7,6 +7,7 @@
 #include "forms/ui/PaintProbe.h"
 #include "forms/ui/QtDialogs.h"
 #include "forms/ui/UiScript.h"
+#include "laser/ui/LaserViews.h"
 #include "link/SerialDevices.h"
 #include "link/SerialTransport.h"
 #include "platform/AppFolder.h"
@@ -135,6 +136,8 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmPorts"), buildFrmPortsView);
     views.add(QStringLiteral("frmSettings"), buildFrmSettingsView);
     views.add(QStringLiteral("frmTransmitter"), buildFrmTransmitterView);
+    views.add(QStringLiteral("frmLaser"), buildFrmLaserView);
+    views.add(QStringLiteral("frmLaserOmron"), buildFrmLaserOmronView);
     views.install(session.forms);
 
     Main loop(session);

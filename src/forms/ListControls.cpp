@@ -175,6 +175,9 @@ void Grid::reshape(int rows, int cols) {
         while (r.size() > cols)
             r.removeLast();
     }
+    backs_.resize(size_t(rows));
+    for (auto& r : backs_)
+        r.resize(size_t(cols), kDefaultBack);
     widths_.resize(size_t(cols), -1);
     row_ = std::clamp(row_, 0, std::max(0, rows - 1));
     col_ = std::clamp(col_, 0, std::max(0, cols - 1));
@@ -219,6 +222,20 @@ void Grid::setTextMatrix(int r, int c, const QString& t) {
     checkCell(r, c);
     if (cells_[size_t(r)][c] == t) return;
     cells_[size_t(r)][c] = t;
+    changedRow_ = r;
+    changedCol_ = c;
+    changed(Prop::Cell);
+}
+
+quint32 Grid::cellBackColor(int r, int c) const {
+    checkCell(r, c);
+    return backs_[size_t(r)][size_t(c)];
+}
+
+void Grid::setCellBackColor(int r, int c, quint32 rgb) {
+    checkCell(r, c);
+    if (backs_[size_t(r)][size_t(c)] == rgb) return;
+    backs_[size_t(r)][size_t(c)] = rgb;
     changedRow_ = r;
     changedCol_ = c;
     changed(Prop::Cell);

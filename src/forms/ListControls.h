@@ -116,6 +116,10 @@ class Grid : public Control {
     int rowHeight() const { return rowHeight_; }
     void setRowHeight(int h);
     void clear(); // empties every cell, keeps the shape
+    // Back colour of a cell, 0xRRGGBB; kDefaultBack: the grid's own. Fires Prop::Cell.
+    static constexpr quint32 kDefaultBack = 0xFFFFFFFF;
+    quint32 cellBackColor(int r, int c) const;
+    void setCellBackColor(int r, int c, quint32 rgb);
 
     // A user's click on a cell: it becomes current, then Click fires.
     void userClick(int r, int c);
@@ -138,6 +142,7 @@ class Grid : public Control {
     int changedRow_ = 0;
     int changedCol_ = 0;
     std::vector<QStringList> cells_;
+    std::vector<std::vector<quint32>> backs_;
     std::vector<int> widths_;
 };
 

@@ -1,5 +1,7 @@
 #include "session/Session.h"
 
+#include "laser/FrmLaser.h"
+#include "laser/FrmLaserOmron.h"
 #include "link/LinkFailure.h"
 #include "link/Transport.h"
 #include "registers/FrmAD9888.h"
@@ -43,6 +45,10 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmPorts>(*this, platform.listPorts); });
     forms.registerForm(QStringLiteral("frmSettings"),
                        [this] { return std::make_unique<FrmSettings>(context); });
+    forms.registerForm(QStringLiteral("frmLaser"),
+                       [this] { return std::make_unique<FrmLaser>(context); });
+    forms.registerForm(QStringLiteral("frmLaserOmron"),
+                       [this] { return std::make_unique<FrmLaserOmron>(context); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, db(), [this](const QByteArray& block) { return findRezName(block); });

@@ -20,7 +20,9 @@ TEST(CommandLine, HelpAndVersionPrintAndExit) {
          {"usage: velmorak", "Velmorak.conf", "StartUp", "COMn", "VELMORAK_STATE_FILE",
           "VELMORAK_SCRIPT", "velmorak-cardsim"}},
         {"velmorak", "--version", {"^velmorak \\d+\\.\\d+\\.\\d+\n$"}},
-        {"velmorak-cardsim", "--help", {"--unplug-on FRAME[:N]", "--console", "--link PATH"}},
+        {"velmorak-cardsim",
+         "--help",
+         {"--unplug-on FRAME[:N]", "--console", "--link PATH", "--laser old|new"}},
         {"velmorak-cardsim", "--version", {"^velmorak-cardsim \\d+\\.\\d+\\.\\d+\n$"}},
     };
     for (const Case& c : cases) {

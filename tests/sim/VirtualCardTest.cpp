@@ -139,15 +139,61 @@ TEST(VirtualCard, TransmitterBlockCoversItsElevenRegisters) {
     EXPECT_EQ(low.left(4), QByteArray("\x47\x1D\x21\x0A", 4)) << "identity untouched";
 }
 
+// The laser block keeps what was written, but for the bits the driver sets itself.
 TEST(VirtualCard, LaserImageAndSerialRoundTrip) {
+    struct Case {
+        const char* name;
+        CardConfig config;
+        QByteArray written, read; // the first 13 bytes
+    };
+    CardConfig old, newer, byFirmware;
+    old.laser = LaserKind::Old;
+    newer.laser = LaserKind::New;
+    byFirmware.firmwareMajor = 12;
+    const QByteArray ones(13, char(0xFF));
+    QByteArray newOnes = ones;
+    for (int i : {4, 9})
+        newOnes[i] = char(0xC3); // latched faults and reserved bits read 0
+    for (int i : {6, 11})
+        newOnes[i] = char(0x3F);
+    newOnes[7] = char(0xFC);
+    newOnes[12] = char(0x03);
+    const QByteArray plain("\x09\x0D\x18\x0F\x10\xFF\x0F\x1F\x00\x00\x00\x00\x00", 13);
+    QByteArray oldPlain = plain;
+    oldPlain[4] = char(0x90); // "Test" reads 1
+    oldPlain[7] = char(0x9F); // the laser reads enabled
+    QByteArray clear = plain;
+    clear[3] = char(0x1F); // "Clear Registers": back to the power-on registers
+    const QByteArray powerOn("\x09\x0D\x18\x0F\x90\xFF\x0F\x9F\x00\x00\x00\x00\x00", 13);
+    const Case cases[] = {
+        {"old", old, plain, oldPlain},
+        {"old, clear registers", old, clear, powerOn},
+        {"new", newer, ones, newOnes},
+        {"new by firmware", byFirmware, ones, newOnes},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        VirtualCard card(c.config);
+        QByteArray image = c.written + pattern(15, 0x40);
+        card.receive(frame("WREE", {64, 255}, image));
+        const QByteArray reply = card.receive(frame("RDEE", {64, 255})).mid(6);
+        EXPECT_EQ(reply.left(13), c.read);
+        EXPECT_EQ(reply.mid(13), image.mid(13));
+    }
     VirtualCard card;
-    const QByteArray image = pattern(28, 0x40);
-    card.receive(frame("WREE", {64, 255}, image));
-    EXPECT_EQ(card.receive(frame("RDEE", {64, 255})).mid(6), image);
     card.receive(frame("WREE", {88, 255}, "Q7731"));
     const QByteArray s = card.receive(frame("RDEE", {88, 255})).mid(6);
     EXPECT_EQ(s.left(5), QByteArray("Q7731"));
     EXPECT_EQ(s.mid(5), QByteArray(21, '\0'));
+}
+
+TEST(VirtualCard, LaserStartsWithTheImageOfItsKind) {
+    CardConfig newer;
+    newer.firmwareMajor = 15;
+    EXPECT_EQ(VirtualCard().laserImage().left(8),
+              QByteArray("\x09\x0D\x18\x0F\x90\xFF\x0F\x9F", 8));
+    EXPECT_EQ(VirtualCard(newer).laserImage().left(13),
+              QByteArray("\xA5\x3D\x65\x45\x40\x56\x04\x64\x45\x40\x56\x04\x00", 13));
 }
 
 TEST(VirtualCard, MonitorSlicesRoundTrip) {

@@ -146,6 +146,18 @@ void RegisterGridView::setCellText(int r, int c, const QString& text) {
     if (QLabel* l = cells_[size_t(r)][size_t(c)]) l->setText(text);
 }
 
+void RegisterGridView::setCellBack(int r, int c, quint32 rgb) {
+    if (r < 0 || r >= rows() || c < 0 || c >= kCols) return;
+    QLabel* l = cells_[size_t(r)][size_t(c)];
+    if (!l) return;
+    const bool own = rgb != Grid::kDefaultBack;
+    if (!own && !l->autoFillBackground()) return;
+    QPalette pal = l->palette();
+    if (own) pal.setColor(QPalette::Window, QColor::fromRgb(rgb));
+    l->setPalette(own ? pal : QPalette());
+    l->setAutoFillBackground(own);
+}
+
 BitsFieldView* RegisterGridView::bitsRow(int r) const {
     return r > 0 && r < rows() ? bits_[size_t(r)] : nullptr;
 }
@@ -170,8 +182,9 @@ void registerGridBinder() {
                                  auto sync = [grid, guard](Prop p) {
                                      if (!guard) return;
                                      auto put = [&](int r, int col) {
-                                         if (r < grid->rows() && col < grid->cols())
-                                             guard->setCellText(r, col, grid->textMatrix(r, col));
+                                         if (r >= grid->rows() || col >= grid->cols()) return;
+                                         guard->setCellText(r, col, grid->textMatrix(r, col));
+                                         guard->setCellBack(r, col, grid->cellBackColor(r, col));
                                      };
                                      if (p == Prop::Cells)
                                          for (int r = 0; r < guard->rows(); ++r)

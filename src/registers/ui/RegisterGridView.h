@@ -38,6 +38,8 @@ class RegisterGridView : public QScrollArea {
     // member row holds its bit row instead.
     QString cellText(int r, int c) const;
     void setCellText(int r, int c, const QString& text);
+    // Back colour of a cell, 0xRRGGBB; Grid::kDefaultBack: the sheet's own.
+    void setCellBack(int r, int c, quint32 rgb);
     BitsFieldView* bitsRow(int r) const;
     // The widgets of a row in Tab order.
     QList<QWidget*> rowWidgets(int r) const;
