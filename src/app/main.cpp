@@ -3,10 +3,12 @@
 #include "forms/Boundary.h"
 #include "forms/Snapshot.h"
 #include "forms/ui/FormWindow.h"
+#include "forms/ui/FrmWaitView.h"
 #include "forms/ui/GuardedApplication.h"
 #include "forms/ui/QtDialogs.h"
 #include "forms/ui/UiScript.h"
 #include "link/SerialTransport.h"
+#include "monitor/ui/FrmReadEEPresetsView.h"
 #include "platform/AppFolder.h"
 #include "platform/Host.h"
 #include "platform/Settings.h"
@@ -124,6 +126,8 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmInputBox"), buildFrmInputBoxView);
     views.add(QStringLiteral("frmAD9888"), buildFrmAD9888View);
     views.add(QStringLiteral("frmRLReg"), buildFrmRLRegView);
+    views.add(QStringLiteral("frmWait"), buildFrmWaitView);
+    views.add(QStringLiteral("frmReadEEPresets"), buildFrmReadEEPresetsView);
     views.install(session.forms);
 
     Main loop(session);

@@ -1,6 +1,8 @@
 #include "session/Session.h"
 
+#include "forms/FrmWait.h"
 #include "link/Transport.h"
+#include "monitor/FrmReadEEPresets.h"
 #include "registers/FrmAD9888.h"
 #include "registers/FrmRLReg.h"
 #include "resdb/Database.h"
@@ -31,6 +33,9 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmAD9888>(context); });
     forms.registerForm(QStringLiteral("frmRLReg"),
                        [this] { return std::make_unique<FrmRLReg>(context); });
+    forms.registerForm<FrmWait>(QString::fromLatin1(FrmWait::kName));
+    forms.registerForm(QStringLiteral("frmReadEEPresets"),
+                       [this] { return std::make_unique<FrmReadEEPresets>(context); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, *DbRez, [this](const QByteArray& block) { return findRezName(block); });
