@@ -14,6 +14,11 @@ using velmorak::test::SimProcess;
 
 namespace {
 
+// The hex of a text as the trace writes it.
+QString hexOf(const QByteArray& b) {
+    return QString::fromLatin1(b.toHex(' ').toUpper());
+}
+
 QStringList framesStarting(const QStringList& trace, const QString& hex) {
     QStringList out;
     for (const QString& l : trace) {
@@ -56,4 +61,8 @@ TEST(AppAutoPresets, LoadsTheTableAndReadsItsVersion) {
     EXPECT_EQ(framesStarting(trace, "52 44 44 42"),
               (QStringList{"52 44 44 42 A6 42 20 20", "52 44 44 42 A6 42 22 00",
                            "52 44 44 42 A6 42 18 E0", "52 44 44 42 A6 42 18 E0"}));
+    // The version read by mnuDBversion: the record the load wrote.
+    ASSERT_FALSE(trace.isEmpty());
+    EXPECT_TRUE(trace.last().contains(" < " + hexOf("RDDB\xA6\x42UVersion 2.06 01/23/2009")))
+        << trace.last().toStdString();
 }
