@@ -16,6 +16,14 @@ void FrmWait::progress(int value) {
     refresh();
 }
 
+FrmWait& FrmWait::showOver(Forms& forms, const Form& owner) {
+    auto& w = forms.load<FrmWait>(QString::fromLatin1(kName));
+    w.move(owner.left() + (owner.width() - w.width()) / 2,
+           owner.top() + (owner.height() - w.height()) / 2);
+    w.show();
+    return w;
+}
+
 FrmWait* FrmWait::find(Forms& forms) {
     return forms.get<FrmWait>(QString::fromLatin1(kName));
 }

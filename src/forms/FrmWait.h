@@ -18,6 +18,8 @@ class FrmWait : public Form {
     // Sets the bar (held within its range) and repaints the window at once.
     void progress(int value);
 
+    // Shows the progress window centred over the window the job belongs to.
+    static FrmWait& showOver(Forms& forms, const Form& owner);
     // The open progress window; nullptr when none is open.
     static FrmWait* find(Forms& forms);
 };

@@ -6,6 +6,8 @@
 #include "link/ModFunctions.h"
 #include "link/ValueHelpers.h"
 
+#include <algorithm>
+
 namespace velmorak {
 
 namespace {
@@ -14,13 +16,26 @@ constexpr int kDevice = 166;
 constexpr int kCount = 66;
 constexpr int kHalf = 16;
 constexpr int kTwipsPerPixel = 15;
+constexpr int kAddressTwips = 750;
+constexpr int kCellTwips = 400;
+constexpr int kFrameMargin = 40; // window frame, grid border and scroll bar
 
 } // namespace
 
 FrmReadEEPresets::FrmReadEEPresets(AppContext& ctx)
     : Form(QStringLiteral("frmReadEEPresets")), c_(ctx) {
     setCaption(QStringLiteral("Read Memory"));
-    move(0, 0, 960, 620);
+    grTable.setCols(1 + kRowBytes);
+    move(0, 0, 1100, 660);
+}
+
+// The designed widths, widened in step with the window so that three digits fit.
+void FrmReadEEPresets::formResize() {
+    const double designed = double(kAddressTwips + kRowBytes * kCellTwips) / kTwipsPerPixel;
+    const double scale = std::max(1.0, (width() - kFrameMargin) / designed);
+    grTable.setColWidth(0, qRound(kAddressTwips * scale / kTwipsPerPixel));
+    for (int c = 1; c <= kRowBytes; ++c)
+        grTable.setColWidth(c, qRound(kCellTwips * scale / kTwipsPerPixel));
 }
 
 void FrmReadEEPresets::menuEnabled(bool on) {
@@ -31,15 +46,12 @@ void FrmReadEEPresets::menuEnabled(bool on) {
 
 void FrmReadEEPresets::formLoad() {
     menuEnabled(false);
-    grTable.setCols(1 + kRowBytes);
     grTable.setRows(1);
     grTable.setTextMatrix(0, 0, QStringLiteral("Address"));
-    grTable.setColWidth(0, 750 / kTwipsPerPixel);
-    for (int c = 1; c <= kRowBytes; ++c) {
+    for (int c = 1; c <= kRowBytes; ++c)
         grTable.setTextMatrix(0, c,
                               QStringLiteral("%1").arg(c - 1, 2, 16, QLatin1Char('0')).toUpper());
-        grTable.setColWidth(c, 400 / kTwipsPerPixel);
-    }
+    formResize();
     if (!c_.st.Connected) return;
     const int start = ToInt32(Val(c_.st.EEStartAddr)) * 256;
     grTable.setRows(1 + kRows);

@@ -18,6 +18,7 @@ class FrmReadEEPresets : public Form {
   protected:
     void formLoad() override;
     void formUnload(bool& cancel) override;
+    void formResize() override;
 
   private:
     void fillHalf(int row, int firstCol, const QByteArray& reply);

@@ -58,7 +58,7 @@ void AutoPresets::load() {
         enableAgain();
         return;
     }
-    auto& wait = static_cast<FrmWait&>(s_.forms.show(QString::fromLatin1(kWait)));
+    FrmWait& wait = FrmWait::showOver(s_.forms, f_);
     wait.ProgBar.setMax(255);
     f_.txtMsg.setText(QStringLiteral("Loading. Wait a minute..."));
     f_.txtMsg.setVisible(true);
@@ -171,7 +171,7 @@ void AutoPresets::readMemory() {
             s_.dialogs.messageBox(QStringLiteral("Enter a page from &H00 to &HFF."), MsgButtons::OK,
                                   QStringLiteral("Read EE Memory"));
         } else {
-            s_.forms.show(QString::fromLatin1(kWait));
+            FrmWait::showOver(s_.forms, f_);
             Form& viewer = s_.forms.load(QString::fromLatin1(kViewer));
             s_.forms.unload(QString::fromLatin1(kWait));
             // A card lost during the reads has closed the viewer already.

@@ -44,7 +44,10 @@ TEST(MemoryViews, ProgressAndDumpAreDrawnAndNamed) {
     ASSERT_TRUE(b.start());
     Forms& forms = b.session->forms;
 
-    auto& wait = static_cast<FrmWait&>(forms.show("frmWait"));
+    b.frm().move(100, 50, 560, 300);
+    FrmWait& wait = FrmWait::showOver(forms, b.frm());
+    // 320 x 70 centred over 560 x 300.
+    EXPECT_EQ(std::make_pair(wait.left(), wait.top()), std::make_pair(220, 165));
     wait.ProgBar.setMax(32);
     wait.progress(7);
     FormWindow* wv = viewOf(forms, "frmWait");

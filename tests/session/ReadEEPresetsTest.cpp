@@ -175,3 +175,21 @@ TEST(ReadEEPresets, NothingRead) {
         EXPECT_EQ(v.b.frm().mnuReadAutopresets.enabled(), !row.opens);
     }
 }
+
+// The designed widths, 750 and 400 twips (50 and 26.7 pixels), grow with the window beyond the
+// 903 pixels they fill, less 40 of frame and scroll bar.
+TEST(ReadEEPresets, ColumnsFollowTheWindowWidth) {
+    const struct {
+        int width, address, cell;
+    } table[] = {{600, 50, 27}, {943, 50, 27}, {1100, 59, 31}, {1847, 100, 53}};
+    Viewer v;
+    FrmReadEEPresets* f = v.open(QString("&H20"));
+    ASSERT_NE(f, nullptr);
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.width);
+        f->setWidth(row.width);
+        EXPECT_EQ(f->grTable.colWidth(0), row.address);
+        for (int c : {1, 17, 32})
+            EXPECT_EQ(f->grTable.colWidth(c), row.cell);
+    }
+}

@@ -16,7 +16,7 @@ QWidget* buildFrmReadEEPresetsView(Form& form) {
     grid->setWordWrap(false);
     auto* l = new QVBoxLayout(w);
     l->addWidget(grid);
-    w->resize(960, 620);
+    w->resize(1100, 660);
     return w;
 }
 
