@@ -63,7 +63,17 @@ void AutoPresets::load() {
     f_.txtMsg.setText(QStringLiteral("Loading. Wait a minute..."));
     f_.txtMsg.setVisible(true);
 
-    switch (writeTable()) {
+    Outcome outcome = Outcome::Gone;
+    try {
+        outcome = writeTable();
+    } catch (...) {
+        // A store error: the window is given back before the error is reported.
+        f_.txtMsg.setVisible(false);
+        s_.forms.unload(QString::fromLatin1(kWait));
+        enableAgain();
+        throw;
+    }
+    switch (outcome) {
     case Outcome::Gone: // the card vanished and the tool is ending
         return;
     case Outcome::Incompatible:

@@ -289,3 +289,12 @@ TEST(AutoPresets, DatabaseVersion) {
                   row.reads ? QStringList{hex(frame("RDDB", 0x18, 0xE0))} : QStringList{});
     }
 }
+
+// A query the store cannot run stops the load at the handler's edge with the window given back.
+TEST(AutoPresets, StoreErrorGivesTheWindowBack) {
+    Bench t;
+    t.db().Execute("DROP VIEW tblDefPresetsQ");
+    EXPECT_ANY_THROW(t.load());
+    EXPECT_TRUE(t.b.link.sent().isEmpty());
+    t.expectIdle();
+}
