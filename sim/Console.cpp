@@ -7,7 +7,7 @@ namespace velmorak::sim {
 const char* const kConsoleHelp =
     "commands: silent on|off, garble on|off, short N|off, delay MS, unplug [on FRAME "
     "[N]|off], source WxHxR|none,\n"
-    "          monitor on|off, reg CHIP REG [VALUE], status, help";
+    "          monitor on|off, reg CHIP REG [VALUE], dbwrite N|off, db ADDR [N], status, help";
 
 namespace {
 
@@ -71,6 +71,19 @@ QString consoleCommand(VirtualCard& card, const QString& line) {
             f.shortReply = -1;
         else if (!toInt(w[1], 0, 1 << 20, f.shortReply))
             return usage;
+    } else if (verb == "dbwrite" && w.size() == 2) {
+        if (w[1] == "off")
+            f.dataWriteBytes = -1;
+        else if (!toInt(w[1], 0, 1 << 20, f.dataWriteBytes))
+            return usage;
+    } else if (verb == "db" && (w.size() == 2 || w.size() == 3)) {
+        int addr = 0, count = 32;
+        if (!toInt(w[1], 0, VirtualCard::kDataSize - 1, addr) ||
+            (w.size() == 3 && !toInt(w[2], 1, 1024, count)))
+            return usage;
+        return QStringLiteral("db %1: %2")
+            .arg(addr, 4, 16, QLatin1Char('0'))
+            .arg(QString::fromLatin1(card.dataMemory(addr, count).toHex(' ').toUpper()));
     } else if (verb == "delay" && w.size() == 2) {
         if (!toInt(w[1], 0, 60000, f.delayMs)) return usage;
     } else if (verb == "source" && w.size() == 2) {

@@ -373,7 +373,8 @@ QByteArray VirtualCard::receive(const QByteArray& frame) {
         unplugged_ = true;
         return {};
     }
-    QByteArray reply = answer(frame);
+    const bool cutWrite = faults_.dataWriteBytes >= 0 && frame.startsWith("WRDB");
+    QByteArray reply = answer(cutWrite ? frame.left(8 + faults_.dataWriteBytes) : frame);
     if (faults_.silent) return {};
     if (faults_.shortReply >= 0) reply.truncate(faults_.shortReply);
     if (faults_.garble)

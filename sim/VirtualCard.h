@@ -45,6 +45,7 @@ struct Faults {
     int unplugOnNth = 1;      // the n-th such frame from when it was set
     int delayMs = 0;          // extra time before each reply
     bool garble = false;      // every reply's bits inverted: a device that is not the card
+    int dataWriteBytes = -1;  // a data memory write keeps only its first N bytes (-1: all)
 };
 
 // The card's firmware: memories, commands and measurement.

@@ -28,7 +28,7 @@ const char* const kUsage =
     "                        [--link PATH] [--trace FILE] [--silent] [--garble] [--short N]\n"
     "                        [--unplug-after N] [--unplug-on FRAME[:N]] [--delay MS] [--console] "
     "[--help]\n"
-    "                        [--version]\n"
+    "                        [--db-write N] [--version]\n"
     "A virtual card on a pseudo-terminal. Prints the device path, then serves until\n"
     "interrupted. Defaults: --transmitter --rgb --fibres 2 --firmware 2.3\n"
     "--source 1024x768x75. With --console, commands typed on standard input change\n"
@@ -48,6 +48,7 @@ const char* const kUsage =
     "  --unplug-after N           vanish after N frames\n"
     "  --unplug-on FRAME[:N]      vanish on the N-th (default first) frame starting with FRAME\n"
     "  --delay MS                 wait MS milliseconds before each reply\n"
+    "  --db-write N               keep only the first N bytes of each data memory write\n"
     "  --console                  read console commands from standard input\n";
 
 struct Options {
@@ -133,6 +134,9 @@ int parse(const QStringList& args, Options& o) {
                 (p.size() == 2 && !toInt(p[1], 1, 1 << 30, o.faults.unplugOnNth)))
                 return usageError("--unplug-on FRAME[:N]");
             o.faults.unplugOn = p[0].toLatin1();
+        } else if (a == "--db-write") {
+            if (!value(v) || !toInt(v, 0, 1 << 20, o.faults.dataWriteBytes))
+                return usageError("--db-write N");
         } else if (a == "--delay") {
             if (!value(v) || !toInt(v, 0, 60000, o.faults.delayMs)) return usageError("--delay MS");
         } else {

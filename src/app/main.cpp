@@ -3,6 +3,7 @@
 #include "forms/Boundary.h"
 #include "forms/Snapshot.h"
 #include "forms/ui/FormWindow.h"
+#include "forms/ui/FrmWaitView.h"
 #include "forms/ui/GuardedApplication.h"
 #include "forms/ui/PaintProbe.h"
 #include "forms/ui/QtDialogs.h"
@@ -10,6 +11,7 @@
 #include "laser/ui/LaserViews.h"
 #include "link/SerialDevices.h"
 #include "link/SerialTransport.h"
+#include "monitor/ui/FrmReadEEPresetsView.h"
 #include "platform/AppFolder.h"
 #include "platform/Host.h"
 #include "platform/Settings.h"
@@ -138,6 +140,8 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmTransmitter"), buildFrmTransmitterView);
     views.add(QStringLiteral("frmLaser"), buildFrmLaserView);
     views.add(QStringLiteral("frmLaserOmron"), buildFrmLaserOmronView);
+    views.add(QStringLiteral("frmWait"), buildFrmWaitView);
+    views.add(QStringLiteral("frmReadEEPresets"), buildFrmReadEEPresetsView);
     views.install(session.forms);
 
     Main loop(session);

@@ -29,6 +29,8 @@ class FormView {
     // A modal show returns when the form is hidden or unloaded.
     virtual void show(bool modal) = 0;
     virtual void hide() = 0;
+    // Paints the window now, without taking any input.
+    virtual void refresh() {}
     // The form is unloading: the view lets go of the models at once and frees itself (now or
     // later, so a view may dispose while handling its own close event).
     virtual void dispose() { delete this; }
@@ -125,6 +127,10 @@ class Form {
     // formActivate and shows the view (a modal view blocks here).
     void show(bool modal = false);
     void hide();
+    // Repaints the window at once (Refresh), for progress shown while the thread is busy.
+    void refresh() {
+        if (view_ && visible_) view_->refresh();
+    }
     // Runs formUnload; false when it cancelled. Through Forms when the form belongs to one.
     bool unload();
     // Runs formActivate (the view calls it when the window becomes active).

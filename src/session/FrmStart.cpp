@@ -7,6 +7,7 @@
 #include "platform/Settings.h"
 #include "resdb/Database.h"
 #include "resdb/RezLookup.h"
+#include "session/AutoPresets.h"
 #include "session/DatabaseFile.h"
 #include "session/Session.h"
 
@@ -102,6 +103,9 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
         showWindow(QStringLiteral("frmReadEEMon"));
         s_.forms.unload(QStringLiteral("frmWait"));
     });
+    mnuAutoPresets.onClick.connect([this] { AutoPresets(s_, *this).load(); });
+    mnuDBversion.onClick.connect([this] { AutoPresets(s_, *this).showVersion(); });
+    mnuReadAutopresets.onClick.connect([this] { AutoPresets(s_, *this).readMemory(); });
 }
 
 void FrmStart::buildMenus() {

@@ -1,9 +1,11 @@
 #include "session/Session.h"
 
+#include "forms/FrmWait.h"
 #include "laser/FrmLaser.h"
 #include "laser/FrmLaserOmron.h"
 #include "link/LinkFailure.h"
 #include "link/Transport.h"
+#include "monitor/FrmReadEEPresets.h"
 #include "registers/FrmAD9888.h"
 #include "registers/FrmRLReg.h"
 #include "registers/FrmTransmitter.h"
@@ -49,6 +51,9 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmLaser>(context); });
     forms.registerForm(QStringLiteral("frmLaserOmron"),
                        [this] { return std::make_unique<FrmLaserOmron>(context); });
+    forms.registerForm<FrmWait>(QString::fromLatin1(FrmWait::kName));
+    forms.registerForm(QStringLiteral("frmReadEEPresets"),
+                       [this] { return std::make_unique<FrmReadEEPresets>(context); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, db(), [this](const QByteArray& block) { return findRezName(block); });

@@ -243,6 +243,19 @@ TEST(VirtualCard, DataMemoryRoundTripsAndWraps) {
     EXPECT_EQ(card.dataMemory(0, 2), QByteArray("cd")) << "wraps at 64 KiB";
 }
 
+// A memory that keeps only the first N bytes of a write leaves the rest as it was.
+TEST(VirtualCard, ShortDataMemoryWrites) {
+    for (int kept : {0, 16, 30}) {
+        SCOPED_TRACE(kept);
+        VirtualCard card;
+        card.setFaults({.dataWriteBytes = kept});
+        card.receive(frame("WRDB", {166, 66, 0x20, 0x20}, pattern(30, 1)));
+        const QByteArray m = card.dataMemory(0x2020, 32);
+        EXPECT_EQ(m.left(kept), pattern(kept, 1));
+        EXPECT_EQ(m.mid(kept), QByteArray(32 - kept, char(0xFF)));
+    }
+}
+
 TEST(VirtualCard, StartsWithRecordsInDataMemory) {
     VirtualCard card;
     const QByteArray version = card.receive(frame("RDDB", {166, 66, 24, 224})).mid(6);

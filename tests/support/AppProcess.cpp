@@ -9,7 +9,7 @@
 
 namespace velmorak::test {
 
-AppProcess::AppProcess(const QString& cardLink, const QStringList& script) {
+AppProcess::AppProcess(const QString& cardLink, const QStringList& script, const QString& program) {
     QSettings conf(home.filePath("config/Velmorak/Velmorak.conf"), QSettings::IniFormat);
     conf.setValue("StartUp/PORT", "5");
     conf.setValue("Ports/COM5", cardLink);
@@ -27,7 +27,7 @@ AppProcess::AppProcess(const QString& cardLink, const QStringList& script) {
     proc.setProcessEnvironment(env);
     proc.setProcessChannelMode(QProcess::ForwardedChannels);
     clock.start();
-    proc.start(buildDir() + "/velmorak", {});
+    proc.start(program.isEmpty() ? buildDir() + "/velmorak" : program, {});
     proc.waitForStarted(5000);
 }
 

@@ -12,7 +12,9 @@ namespace velmorak::test {
 // a script of window steps; its controls are read back from its state file.
 class AppProcess {
   public:
-    explicit AppProcess(const QString& cardLink, const QStringList& script = {});
+    // program: the executable to run (default: velmorak of the build folder).
+    explicit AppProcess(const QString& cardLink, const QStringList& script = {},
+                        const QString& program = {});
     ~AppProcess();
     QString stateFile() const { return home.filePath("state.txt"); }
     QStringList state() const;

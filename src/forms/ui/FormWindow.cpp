@@ -107,6 +107,10 @@ void FormWindow::hide() {
     if (modalLoop_) modalLoop_->quit();
 }
 
+void FormWindow::refresh() {
+    if (window_ && window_->isVisible()) window_->repaint();
+}
+
 void FormWindow::dispose() {
     if (!form_) return;
     form_ = nullptr;

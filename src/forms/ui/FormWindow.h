@@ -27,6 +27,7 @@ class FormWindow : public QObject, public FormView {
 
     void show(bool modal) override;
     void hide() override;
+    void refresh() override;
     void dispose() override;
     std::optional<QRect> controlRect(const QString& name) const override;
 

@@ -1,0 +1,86 @@
+// The progress window and the memory viewer drawn over their logic.
+#include "SessionBench.h"
+
+#include "forms/FrmWait.h"
+#include "forms/ui/FormWindow.h"
+#include "forms/ui/FrmWaitView.h"
+#include "monitor/FrmReadEEPresets.h"
+#include "monitor/ui/FrmReadEEPresetsView.h"
+#include "session/ui/FrmStartView.h"
+#include "support/SimProcess.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QProgressBar>
+#include <QTableWidget>
+#include <gtest/gtest.h>
+
+using namespace velmorak;
+using velmorak::test::SessionBench;
+
+namespace {
+
+FormWindow* viewOf(Forms& forms, const char* name) {
+    Form* f = forms.get(name);
+    return f ? dynamic_cast<FormWindow*>(f->view()) : nullptr;
+}
+
+// What assistive technology is told of a widget: its human name and its control's name.
+std::pair<QString, QString> told(QWidget* w) {
+    QAccessibleInterface* i = QAccessible::queryAccessibleInterface(w);
+    if (!i) return {};
+    return {i->text(QAccessible::Name), i->text(QAccessible::Description)};
+}
+
+} // namespace
+
+TEST(MemoryViews, ProgressAndDumpAreDrawnAndNamed) {
+    SessionBench b;
+    ViewRegistry views;
+    views.add("frmStart", buildFrmStartView);
+    views.add("frmWait", buildFrmWaitView);
+    views.add("frmReadEEPresets", buildFrmReadEEPresetsView);
+    views.install(b.session->forms);
+    ASSERT_TRUE(b.start());
+    Forms& forms = b.session->forms;
+
+    b.frm().move(100, 50, 560, 300);
+    FrmWait& wait = FrmWait::showOver(forms, b.frm());
+    // 320 x 70 centred over 560 x 300.
+    EXPECT_EQ(std::make_pair(wait.left(), wait.top()), std::make_pair(220, 165));
+    wait.ProgBar.setMax(32);
+    wait.progress(7);
+    FormWindow* wv = viewOf(forms, "frmWait");
+    ASSERT_NE(wv, nullptr);
+    EXPECT_EQ(wv->binding().report().join("\n").toStdString(), "");
+    EXPECT_EQ(wv->window()->windowTitle(), "Please wait...");
+    auto* bar = wv->window()->findChild<QProgressBar*>("ProgBar");
+    ASSERT_NE(bar, nullptr);
+    EXPECT_EQ(bar->maximum(), 32);
+    EXPECT_EQ(bar->value(), 7);
+    wait.progress(40); // beyond the end: held at it
+    EXPECT_EQ(bar->value(), 32);
+    EXPECT_EQ(told(bar), std::make_pair(QString("Progress"), QString("ProgBar")));
+    forms.unload("frmWait");
+
+    b.st().EEStartAddr = "&H20";
+    Form& viewer = forms.show("frmReadEEPresets");
+    FormWindow* vv = viewOf(forms, "frmReadEEPresets");
+    ASSERT_NE(vv, nullptr);
+    EXPECT_EQ(vv->binding().report().join("\n").toStdString(), "");
+    EXPECT_EQ(vv->window()->windowTitle(), "Read Memory");
+    auto* grid = vv->window()->findChild<QTableWidget*>("grTable");
+    ASSERT_NE(grid, nullptr);
+    EXPECT_EQ(grid->rowCount(), 33);
+    EXPECT_EQ(grid->columnCount(), 33);
+    EXPECT_EQ(grid->item(0, 0)->text(), "Address");
+    EXPECT_EQ(grid->item(0, 32)->text(), "1F");
+    EXPECT_EQ(grid->item(32, 0)->text(), "23E0");
+    EXPECT_EQ(grid->item(1, 1)->text(), "255"); // erased memory
+    EXPECT_GT(grid->columnWidth(0), grid->columnWidth(1));
+    EXPECT_EQ(told(grid), std::make_pair(QString("Memory"), QString("grTable")));
+    QApplication::processEvents();
+    EXPECT_TRUE(
+        vv->window()->grab().save(velmorak::test::buildDir() + "/tests/frmReadEEPresets.png"));
+    viewer.unload();
+}
