@@ -247,9 +247,12 @@ void UiScript::start(int tickMs, int stepTimeoutMs) {
 
 void UiScript::tick() {
     // While an exchange runs only the message box or input box it opened takes a step.
-    if (running_ ||
-        (busy_ && busy_() && !qobject_cast<QDialog*>(QApplication::activeModalWidget())))
+    if (running_) return;
+    if (busy_ && busy_() && !qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        // Time spent in an exchange does not count against the step.
+        stepStarted_ = QDateTime::currentMSecsSinceEpoch();
         return;
+    }
     running_ = true;
     while (!finished()) {
         const QString line = steps_[next_].trimmed();

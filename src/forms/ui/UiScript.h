@@ -31,7 +31,7 @@ class Forms;
 // cross the binding as a user does; a hidden or disabled widget is waited for. More verbs can
 // be added. Steps run one after the other, never while `busy` says an exchange is under way
 // (but for the message box or input box that exchange opened); a step that cannot be done within
-// the time-out ends the program with code 3.
+// the time-out (time in exchanges not counted) ends the program with code 3.
 class UiScript : public QObject {
   public:
     // A verb's action: its arguments; true when done (false: try again on the next tick).
