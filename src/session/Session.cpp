@@ -1,5 +1,8 @@
 #include "session/Session.h"
 
+#include "cardinfo/FrmMemCard.h"
+#include "cardinfo/FrmStatus.h"
+#include "cardinfo/ImCardPinout.h"
 #include "link/Transport.h"
 #include "registers/FrmAD9888.h"
 #include "registers/FrmRLReg.h"
@@ -31,6 +34,12 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmAD9888>(context); });
     forms.registerForm(QStringLiteral("frmRLReg"),
                        [this] { return std::make_unique<FrmRLReg>(context); });
+    forms.registerForm(QStringLiteral("frmStatus"),
+                       [this] { return std::make_unique<FrmStatus>(context, platform.appPath); });
+    forms.registerForm(QStringLiteral("imCardPinout"),
+                       [this] { return std::make_unique<ImCardPinout>(context); });
+    forms.registerForm(QStringLiteral("frmMem_card"),
+                       [this] { return std::make_unique<FrmMemCard>(context); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, *DbRez, [this](const QByteArray& block) { return findRezName(block); });
