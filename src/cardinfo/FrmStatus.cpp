@@ -24,7 +24,7 @@ constexpr int kTipInterval = 20000;
 FrmStatus::FrmStatus(AppContext& ctx, QString appPath)
     : Form(QStringLiteral("frmStatus")), c_(ctx), appPath_(std::move(appPath)) {
     setCaption(QStringLiteral("Card Status"));
-    move(0, 0, 560, 470);
+    move(0, 0, 600, 540);
     cmdRefresh.setCaption(QStringLiteral("&Refresh"));
     frLEDs.setCaption(QStringLiteral("LEDs"));
     lblCaptionvver.setCaption(QStringLiteral("F/W Version :"));

@@ -53,8 +53,9 @@ Printed printStatus(SessionBench& b, const QPageSize& page, QWidget** window) {
     auto* view = dynamic_cast<FormWindow*>(f.view());
     *window = view ? view->window() : nullptr;
     if (!view) return {};
-    view->window()->resize(560, 470);
+    view->window()->resize(640, 560);
     QCoreApplication::processEvents();
+    EXPECT_EQ(view->window()->size(), QSize(640, 560));
 
     const QString pdf = b.dir.filePath("status.pdf");
     QPrinter printer(QPrinter::HighResolution);
@@ -93,23 +94,23 @@ TEST(CardStatusPrint, WindowAtItsOwnSizeOnAWidePage) {
     ASSERT_NE(w, nullptr);
     EXPECT_EQ(p.pages, 1);
     ASSERT_EQ(p.images.size(), 1) << p.images.join('|').toStdString();
-    // 560 x 470 screen pixels at the screen's resolution.
+    // 640 x 560 screen pixels at the screen's resolution.
     const auto [wi, hi] = inches(p.images[0]);
-    EXPECT_NEAR(wi, 560.0 / w->logicalDpiX(), 0.02);
-    EXPECT_NEAR(hi, 470.0 / w->logicalDpiY(), 0.02);
+    EXPECT_NEAR(wi, 640.0 / w->logicalDpiX(), 0.02);
+    EXPECT_NEAR(hi, 560.0 / w->logicalDpiY(), 0.02);
 }
 
 TEST(CardStatusPrint, WindowWiderThanThePageIsFittedToItsWidth) {
     SessionBench b;
     ASSERT_TRUE(b.start());
     QWidget* w = nullptr;
-    // A page 4 inches wide for a window some 5.8 inches wide.
+    // A page 4 inches wide for a window some 6.7 inches wide.
     const Printed p = printStatus(b, QPageSize(QSizeF(4, 6), QPageSize::Inch), &w);
     ASSERT_NE(w, nullptr);
-    ASSERT_GT(560.0 / w->logicalDpiX(), 4.0);
+    ASSERT_GT(640.0 / w->logicalDpiX(), 4.0);
     EXPECT_EQ(p.pages, 1);
     ASSERT_EQ(p.images.size(), 1) << p.images.join('|').toStdString();
     const auto [wi, hi] = inches(p.images[0]);
     EXPECT_NEAR(wi, 4.0, 0.02);
-    EXPECT_NEAR(hi, 4.0 * 470 / 560, 0.02);
+    EXPECT_NEAR(hi, 4.0 * 560 / 640, 0.02);
 }

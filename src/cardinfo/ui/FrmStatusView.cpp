@@ -30,6 +30,16 @@ class CentredDelegate : public QStyledItemDelegate {
     }
 };
 
+// The gauges: the first column as wide as its labels in the font at hand.
+class GaugeTable : public QTableWidget {
+  protected:
+    void showEvent(QShowEvent* e) override {
+        QTableWidget::showEvent(e);
+        resizeColumnToContents(0);
+        setFixedWidth(columnWidth(0) + columnWidth(1) + 2 * frameWidth());
+    }
+};
+
 const char* const kLedNames[] = {"Power", "Diagnostics", "Tx Error", "Rx Error", "DVI",
                                  "RGB",   "SHV",         "SOG",      "USB"};
 } // namespace
@@ -64,7 +74,7 @@ QWidget* buildFrmStatusView(Form& form) {
     facts->addStretch();
     cardRow->addLayout(facts);
     auto* picture = named(new PictureView, "imCard");
-    picture->setMinimumSize(260, 110);
+    picture->setMinimumSize(300, 173);
     picture->setAccessibleName(QObject::tr("Card picture"));
     picture->setCursor(Qt::PointingHandCursor);
     cardRow->addWidget(picture, 1);
@@ -73,12 +83,14 @@ QWidget* buildFrmStatusView(Form& form) {
     auto* middle = new QHBoxLayout;
     auto* status = named(new QGroupBox(QObject::tr("Status")), "fraStatus");
     auto* statusBox = new QVBoxLayout(status);
-    auto* gauges = named(new QTableWidget, "grPar");
+    auto* gauges = named(new GaugeTable, "grPar");
+    gauges->setSelectionMode(QAbstractItemView::NoSelection);
+    gauges->setFocusPolicy(Qt::NoFocus);
     gauges->setAccessibleName(QObject::tr("Temperature and supplies"));
     gauges->setItemDelegateForColumn(1, new CentredDelegate(gauges));
     gauges->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     gauges->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    gauges->setFixedSize(80 + 66 + 4, 4 * 20 + 4);
+    gauges->setFixedHeight(4 * 20 + 4);
     statusBox->addWidget(gauges);
     statusBox->addStretch();
     middle->addWidget(status);
@@ -97,6 +109,7 @@ QWidget* buildFrmStatusView(Form& form) {
 
     auto* bottom = new QHBoxLayout;
     auto* sw = named(new SwitchView, "ucSwitchDig2");
+    sw->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     bottom->addWidget(sw);
     bottom->addStretch();
     bottom->addWidget(named(new QPushButton, "cmdRefresh"));
@@ -109,7 +122,7 @@ QWidget* buildFrmStatusView(Form& form) {
     tip->setAutoFillBackground(true);
 
     w->setCentralWidget(central);
-    w->resize(560, 470);
+    w->resize(form.width(), form.height());
     return w;
 }
 
