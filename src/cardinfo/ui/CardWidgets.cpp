@@ -4,6 +4,7 @@
 #include "forms/Controls.h"
 #include "forms/ui/Binding.h"
 
+#include <QFileInfo>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -82,14 +83,16 @@ void PictureView::setFile(const QString& path) {
     svg_ = nullptr;
     delete bitmap_;
     bitmap_ = nullptr;
-    if (path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)) {
+    if (!QFileInfo::exists(path)) {
+        // A missing picture leaves the place empty.
+    } else if (path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)) {
         svg_ = new QSvgRenderer(path, this);
         svg_->setAspectRatioMode(Qt::KeepAspectRatio);
         if (!svg_->isValid()) {
             delete svg_;
             svg_ = nullptr;
         }
-    } else if (!path.isEmpty()) {
+    } else {
         bitmap_ = new QPixmap(path);
     }
     updateGeometry();

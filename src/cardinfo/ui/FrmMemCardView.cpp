@@ -69,6 +69,7 @@ QWidget* buildFrmMemCardView(Form& form) {
     }
 
     auto* counters = named(new QGroupBox, "fraVariables");
+    counters->setAccessibleName(QObject::tr("Counters"));
     auto* counterRows = new QFormLayout(counters);
     for (auto [label, box] : {std::pair{"lblDays", "txtDays"}, std::pair{"lblTemp", "txtTemp"},
                               std::pair{"Label1", "txtDuration"}}) {

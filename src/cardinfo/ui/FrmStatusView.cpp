@@ -53,6 +53,7 @@ QWidget* buildFrmStatusView(Form& form) {
 
     // The card: kind, mode, fibres, firmware and picture.
     auto* card = named(new QGroupBox, "SSFrame1");
+    card->setAccessibleName(QObject::tr("Card"));
     auto* cardRow = new QHBoxLayout(card);
     auto* facts = new QVBoxLayout;
     auto* name = named(new QLabel, "lblName");
@@ -81,7 +82,8 @@ QWidget* buildFrmStatusView(Form& form) {
     outer->addWidget(card);
 
     auto* middle = new QHBoxLayout;
-    auto* status = named(new QGroupBox(QObject::tr("Status")), "fraStatus");
+    auto* status = named(new QGroupBox, "fraStatus");
+    status->setAccessibleName(QObject::tr("Temperature and supplies"));
     auto* statusBox = new QVBoxLayout(status);
     auto* gauges = named(new GaugeTable, "grPar");
     gauges->setSelectionMode(QAbstractItemView::NoSelection);
