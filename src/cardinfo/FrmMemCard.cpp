@@ -7,6 +7,8 @@
 #include "platform/Host.h"
 #include "platform/Settings.h"
 
+#include <cstdio>
+
 namespace velmorak {
 
 using namespace CardMemory;

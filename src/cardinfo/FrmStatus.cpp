@@ -80,8 +80,9 @@ int FrmStatus::byteAt(int pos) const {
 
 void FrmStatus::readBlock() {
     c_.st.CardParams = c_.fn.ReadParams(24);
-    CardTypeWord = qint16(byteAt(21) * 256 + byteAt(22));
+    // The word is signed: a high byte of 128 or more overflows, as everywhere else.
     if (byteAt(21) >= 128) throw OverflowError();
+    CardTypeWord = qint16(byteAt(21) * 256 + byteAt(22));
 }
 
 void FrmStatus::showKind() {
