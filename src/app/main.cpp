@@ -7,6 +7,7 @@
 #include "forms/Snapshot.h"
 #include "forms/ui/FormWindow.h"
 #include "forms/ui/GuardedApplication.h"
+#include "forms/ui/PaintProbe.h"
 #include "forms/ui/QtDialogs.h"
 #include "forms/ui/UiScript.h"
 #include "link/SerialTransport.h"
@@ -23,6 +24,7 @@
 #include "session/ui/FrmStartView.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QScreen>
@@ -49,6 +51,7 @@ const char* const kHelp =
     "Environment:\n"
     "  VELMORAK_STATE_FILE  write the controls of every open window to this file as they change\n"
     "  VELMORAK_SCRIPT      a file of steps that drive the windows\n"
+    "  VELMORAK_PAINT_LOG   measure the longest gaps between paints into this file\n"
     "\n"
     "No card at hand? velmorak-cardsim is a virtual card on a pseudo-terminal: start it with\n"
     "--link /tmp/card and set COM5=/tmp/card under [Ports] (see velmorak-cardsim --help).\n";
@@ -153,6 +156,11 @@ int main(int argc, char** argv) {
     }));
     timers.start(10);
 
+    // VELMORAK_PAINT_LOG: the longest gap between paints for each stretch the script marks.
+    std::unique_ptr<PaintProbe> probe;
+    if (qEnvironmentVariableIsSet("VELMORAK_PAINT_LOG"))
+        probe = std::make_unique<PaintProbe>(qEnvironmentVariable("VELMORAK_PAINT_LOG"));
+
     // VELMORAK_SCRIPT: a file of steps that drive the windows (see UiScript).
     std::unique_ptr<UiScript> script;
     if (qEnvironmentVariableIsSet("VELMORAK_SCRIPT")) {
@@ -168,6 +176,18 @@ int main(int argc, char** argv) {
             s->clickAt(cell);
             return true;
         });
+        // mark <name>: a new stretch of the paint probe. idle <ms>: the script rests.
+        script->addVerb(QStringLiteral("mark"), [&probe](const QStringList& a) {
+            if (probe) probe->mark(a.value(0));
+            return true;
+        });
+        script->addVerb(QStringLiteral("idle"),
+                        [since = QElapsedTimer()](const QStringList& a) mutable {
+                            if (!since.isValid()) since.start();
+                            if (since.elapsed() < a.value(0).toInt()) return false;
+                            since.invalidate();
+                            return true;
+                        });
         script->start();
     }
 

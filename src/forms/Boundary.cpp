@@ -25,7 +25,9 @@ void reportHandlerError(const QString& what) {
     // After the event, so a message box does not open inside another handler.
     if (reporter() && QCoreApplication::instance())
         QTimer::singleShot(0, QCoreApplication::instance(), [what] {
-            if (reporter()) reporter()(what);
+            Freeze::run([what] {
+                if (reporter()) reporter()(what);
+            });
         });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Freeze.h"
+
 #include <QString>
 
 #include <functional>
@@ -30,9 +32,16 @@ void setBoundaryReporter(std::function<void(const QString&)> reporter);
 void reportHandlerError(const QString& what);
 
 // Wraps a slot so that it runs at the boundary; it takes the same arguments as the slot.
+// Reached during a card pause, it runs after the pause with copies of its arguments.
 template <class F> struct Guarded {
     F fn;
     template <class... A> auto operator()(A&&... a) -> decltype(fn(std::forward<A>(a)...), void()) {
+        if (Freeze::active()) {
+            Freeze::run([f = fn, ... args = std::decay_t<A>(a)]() mutable {
+                atBoundary([&] { f(args...); });
+            });
+            return;
+        }
         atBoundary([&] { fn(std::forward<A>(a)...); });
     }
 };

@@ -1,9 +1,9 @@
 #include "platform/Host.h"
+#include "platform/Freeze.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QElapsedTimer>
-#include <QThread>
 
 #include <algorithm>
 
@@ -27,7 +27,7 @@ qint64 RealHost::now() const {
 }
 
 void RealHost::sleep(int ms) {
-    if (ms > 0) QThread::msleep(static_cast<unsigned long>(ms));
+    if (ms > 0) Freeze::pumpFor(ms);
 }
 
 void RealHost::pump() {

@@ -14,7 +14,8 @@ class Host {
     virtual ~Host() = default;
     // Milliseconds since the host started.
     virtual qint64 now() const = 0;
-    // Blocks the thread: the windows freeze, as a plain Sleep does.
+    // Blocks the program for ms: nothing of it runs and input waits, as with a plain Sleep,
+    // while the windows still paint.
     virtual void sleep(int ms) = 0;
     // One round of the event queue (DoEvents).
     virtual void pump() = 0;

@@ -261,7 +261,9 @@ void FrmStart::connectClick() {
     if (!txtCom.text().isEmpty()) st.ComPort = ToInt16(Val(txtCom.text()));
     if (s_.port.isOpen()) s_.port.close();
     s_.port.setCommPort(st.ComPort);
-    if (!s_.fn.CardPresent()) {
+    const bool present = s_.fn.CardPresent();
+    s_.showLinkReason();
+    if (!present) {
         cmdConnect.setEnabled(true);
         cmdConnect.setCaption(kConnect);
         cmdDisconnect.setEnabled(false);

@@ -3,6 +3,7 @@
 #include "cardinfo/FrmMemCard.h"
 #include "cardinfo/FrmStatus.h"
 #include "cardinfo/ImCardPinout.h"
+#include "link/LinkFailure.h"
 #include "link/Transport.h"
 #include "registers/FrmAD9888.h"
 #include "registers/FrmRLReg.h"
@@ -10,6 +11,8 @@
 #include "resdb/FrmInputBox.h"
 #include "resdb/RezLookup.h"
 #include "session/FrmStart.h"
+
+#include <QTime>
 
 namespace velmorak {
 
@@ -80,6 +83,18 @@ void Session::lostCardSettings(bool disableEditors) {
     f.mnuParams.setEnabled(false);
 }
 
+void Session::showLinkReason(bool lost) {
+    if (!forms.isLoaded(QStringLiteral("frmStart"))) return;
+    const LinkFailure& f = fn.lastFailure();
+    QString text = describe(f, f.device.isEmpty() ? DeviceAccess{true, true, {}, true}
+                                                  : probeDevice(f.device));
+    if (lost)
+        text = QStringLiteral("The card was lost at %1. %2")
+                   .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), text)
+                   .trimmed();
+    frmStart().lblReason.setCaption(text);
+}
+
 void Session::mainErrorHandler() {
     if (port.isOpen()) port.close();
     unloadOthers();
@@ -101,6 +116,7 @@ void Session::lostCard(bool disableEditors) {
         return;
     }
     lostCardSettings(disableEditors);
+    showLinkReason(true);
 }
 
 } // namespace velmorak

@@ -62,6 +62,9 @@ class Session : public LinkReactions {
     // The lost-card settings of the main window (every other window unloaded first), with the
     // editor menus disabled as well when asked.
     void lostCardSettings(bool disableEditors);
+    // Shows why the last probe or exchange failed beside the main window's buttons (cleared
+    // when it found the card); `lost` adds that the card was lost, and when.
+    void showLinkReason(bool lost = false);
     // The error handler of the start and the loop: port closed, nothing shown, lost card.
     void mainErrorHandler();
 

@@ -4,6 +4,7 @@
 #include "forms/ui/SpinArrows.h"
 
 #include "forms/Boundary.h"
+#include "platform/Freeze.h"
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
@@ -595,6 +596,11 @@ bool FormBinding::bindOne(Control& c, QObject* target) {
 
 bool FormBinding::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !typing_.contains(watched)) return false;
+    if (Freeze::active()) {
+        // Typed during a card pause: the key comes again after it.
+        Freeze::repost(watched, event->clone());
+        return true;
+    }
     bool swallowed = false;
     atBoundary([&] { swallowed = typeKey(watched, static_cast<QKeyEvent*>(event)); });
     return swallowed;

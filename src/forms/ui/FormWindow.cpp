@@ -1,12 +1,15 @@
 #include "forms/ui/FormWindow.h"
 
 #include "forms/Boundary.h"
+#include "platform/Freeze.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QTimer>
 #include <QWindow>
+
+#include <memory>
 
 namespace velmorak {
 
@@ -179,9 +182,34 @@ bool FormWindow::handleKey(QWidget* receiver, QKeyEvent* e) {
 
 bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
     if (!form_ || !window_) return false;
+    if (Freeze::active()) return holdDuringPause(watched, event);
     bool handled = false;
     atBoundary([&] { handled = filter(watched, event); });
     return handled;
+}
+
+// During a card pause the window paints but its form hears nothing: a key or a close waits
+// and comes again after the pause; a move or resize is taken by Qt now and told to the form then.
+bool FormWindow::holdDuringPause(QObject* watched, QEvent* event) {
+    auto* w = qobject_cast<QWidget*>(watched);
+    const bool mine = w && (w == window_ || window_->isAncestorOf(w));
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::Close:
+        if (!mine || (event->type() == QEvent::Close && watched != window_)) return false;
+        Freeze::repost(watched, event->clone());
+        event->ignore();
+        return true;
+    case QEvent::Move:
+    case QEvent::Resize:
+        if (watched == window_) {
+            std::shared_ptr<QEvent> copy(event->clone());
+            Freeze::run([this, copy] { atBoundary([&] { filter(window_, copy.get()); }); }, this);
+        }
+        return false;
+    default:
+        return false;
+    }
 }
 
 bool FormWindow::filter(QObject* watched, QEvent* event) {

@@ -47,6 +47,7 @@ class FormWindow : public QObject, public FormView {
     static void releaseLater(int ms);
     static QList<QPointer<FormWindow>>& pending();
     bool filter(QObject* watched, QEvent* event);
+    bool holdDuringPause(QObject* watched, QEvent* event);
     bool handleKey(QWidget* receiver, QKeyEvent* e);
     Form* form_;
     QPointer<QWidget> window_;

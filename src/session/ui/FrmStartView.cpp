@@ -106,6 +106,12 @@ QWidget* buildFrmStartView(Form& form) {
     outer->addStretch();
 
     auto* bottom = new QHBoxLayout;
+    // Why the card could not be reached, in plain words.
+    auto* reason = named(new QLabel, "lblReason");
+    reason->setWordWrap(true);
+    reason->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    reason->setAccessibleName(QObject::tr("Why the card could not be reached"));
+    bottom->addWidget(reason, 1);
     bottom->addStretch();
     bottom->addWidget(named(new QPushButton, "cmdExit"));
     outer->addLayout(bottom);
