@@ -26,7 +26,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://velmorak.invalid")
 # The Qt 6 and SQLite runtime libraries the executables link; libqt6gui6 carries the xcb plugin.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-    "libqt6core6 (>= 6.4), libqt6gui6 (>= 6.4), libqt6widgets6 (>= 6.4), libqt6serialport6 (>= 6.4), libqt6printsupport6 (>= 6.4), libsqlite3-0 (>= 3.35), libc6, libstdc++6")
+    "libqt6core6 (>= 6.4), libqt6gui6 (>= 6.4), libqt6widgets6 (>= 6.4), libqt6serialport6 (>= 6.4), libqt6printsupport6 (>= 6.4), libqt6svg6 (>= 6.4), libsqlite3-0 (>= 3.35), libc6, libstdc++6")
 include(CPack)
 
 # The package check needs plain binaries (a sanitized build would pack the sanitizers' ones).

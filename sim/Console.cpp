@@ -7,7 +7,9 @@ namespace velmorak::sim {
 const char* const kConsoleHelp =
     "commands: silent on|off, garble on|off, short N|off, delay MS, unplug [on FRAME "
     "[N]|off], source WxHxR|none,\n"
-    "          monitor on|off, reg CHIP REG [VALUE], dbwrite N|off, db ADDR [N], status, help";
+    "          monitor on|off, reg CHIP REG [VALUE], dbwrite N|off, db ADDR [N], param POS "
+    "[VALUE|off],\n"
+    "          status, help";
 
 namespace {
 
@@ -109,6 +111,18 @@ QString consoleCommand(VirtualCard& card, const QString& line) {
             .arg(chip)
             .arg(reg)
             .arg(card.registerValue(chip, reg));
+    } else if (verb == "param" && (w.size() == 2 || w.size() == 3)) {
+        int pos = 0, value = 0;
+        if (!toInt(w[1], 1, VirtualCard::kMinPayload, pos)) return usage;
+        if (w.size() == 3 && w[2] == "off")
+            card.setParamByte(pos, std::nullopt);
+        else if (w.size() == 3 && toInt(w[2], 0, 255, value))
+            card.setParamByte(pos, value);
+        else if (w.size() == 3)
+            return usage;
+        return QStringLiteral("param %1 = %2")
+            .arg(pos)
+            .arg(static_cast<unsigned char>(card.paramBlock()[pos - 1]));
     } else {
         return usage;
     }

@@ -190,7 +190,17 @@ QByteArray VirtualCard::paramBlock() const {
     put(22, cfg_.receiver ? 1 : 0);
     put(23, cfg_.firmwareMajor);
     put(24, cfg_.firmwareMinor);
+    for (const auto& [pos, value] : paramHeld_)
+        put(pos, value);
     return p;
+}
+
+void VirtualCard::setParamByte(int pos, std::optional<int> value) {
+    if (pos < 1 || pos > kMinPayload) return;
+    if (value)
+        paramHeld_[pos] = *value;
+    else
+        paramHeld_.erase(pos);
 }
 
 QByteArray VirtualCard::laserImage() const {

@@ -5,6 +5,7 @@
 #include <QByteArray>
 
 #include <array>
+#include <map>
 #include <optional>
 
 namespace velmorak::sim {
@@ -88,6 +89,8 @@ class VirtualCard {
 
     // The parameter block, positions 1..26.
     QByteArray paramBlock() const;
+    // A byte of the parameter block held at a value whatever the card measures (nullopt: let go).
+    void setParamByte(int pos, std::optional<int> value);
     SyncCounts syncCounts() const;
 
     // Any register or byte of chip 32, 96, 64 or 88 (0 outside); the setter ignores read-only.
@@ -126,6 +129,7 @@ class VirtualCard {
     QByteArray monitor_;
     QByteArray data_;
     std::optional<SyncCounts> measured_;
+    std::map<int, int> paramHeld_;
     int frames_ = 0;
     bool unplugged_ = false;
 };

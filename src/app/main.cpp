@@ -1,5 +1,8 @@
 // The tool: real clock, serial port, dialogs and settings around the session.
 #include "session/Main.h"
+#include "cardinfo/CapturePrint.h"
+#include "cardinfo/ui/CardInfoViews.h"
+#include "cardinfo/ui/PrintWindow.h"
 #include "forms/Boundary.h"
 #include "forms/Snapshot.h"
 #include "forms/ui/FormWindow.h"
@@ -142,6 +145,10 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmLaserOmron"), buildFrmLaserOmronView);
     views.add(QStringLiteral("frmWait"), buildFrmWaitView);
     views.add(QStringLiteral("frmReadEEPresets"), buildFrmReadEEPresetsView);
+    views.add(QStringLiteral("frmStatus"), buildFrmStatusView);
+    views.add(QStringLiteral("imCardPinout"), buildImCardPinoutView);
+    views.add(QStringLiteral("frmMem_card"), buildFrmMemCardView);
+    setWindowPrinter(formWindowPrinter([&dialogs] { return dialogs.printer(); }));
     views.install(session.forms);
 
     Main loop(session);

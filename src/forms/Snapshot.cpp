@@ -15,6 +15,8 @@ QString shownText(const Control& c) {
     if (auto* cbo = dynamic_cast<const ComboBox*>(&c)) return cbo->text();
     if (auto* lst = dynamic_cast<const ListBox*>(&c)) return lst->text();
     if (auto* sb = dynamic_cast<const StatusBar*>(&c)) return sb->panels().join(u'|');
+    // A picture shows as the name of its file.
+    if (auto* p = dynamic_cast<const PictureBox*>(&c)) return p->picture().section(u'/', -1);
     return QString();
 }
 

@@ -1,5 +1,8 @@
 #include "session/Session.h"
 
+#include "cardinfo/FrmMemCard.h"
+#include "cardinfo/FrmStatus.h"
+#include "cardinfo/ImCardPinout.h"
 #include "forms/FrmWait.h"
 #include "laser/FrmLaser.h"
 #include "laser/FrmLaserOmron.h"
@@ -54,6 +57,12 @@ Session::Session(const Platform& p)
     forms.registerForm<FrmWait>(QString::fromLatin1(FrmWait::kName));
     forms.registerForm(QStringLiteral("frmReadEEPresets"),
                        [this] { return std::make_unique<FrmReadEEPresets>(context); });
+    forms.registerForm(QStringLiteral("frmStatus"),
+                       [this] { return std::make_unique<FrmStatus>(context, platform.appPath); });
+    forms.registerForm(QStringLiteral("imCardPinout"),
+                       [this] { return std::make_unique<ImCardPinout>(context); });
+    forms.registerForm(QStringLiteral("frmMem_card"),
+                       [this] { return std::make_unique<FrmMemCard>(context); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, db(), [this](const QByteArray& block) { return findRezName(block); });
