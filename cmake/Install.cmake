@@ -4,6 +4,7 @@ include(GNUInstallDirs)
 install(TARGETS velmorak velmorak-cardsim RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 # The seed database; the per-user copy is made from it on first run (see platform/AppFolder).
 install(FILES ${CMAKE_BINARY_DIR}/DBDefaults.MDB DESTINATION ${CMAKE_INSTALL_DATADIR}/velmorak)
+install(FILES ${PROJECT_SOURCE_DIR}/docs/user-guide.md DESTINATION ${CMAKE_INSTALL_DATADIR}/velmorak)
 install(FILES ${PROJECT_SOURCE_DIR}/data/velmorak.desktop
     DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${PROJECT_SOURCE_DIR}/data/velmorak.svg

@@ -27,6 +27,7 @@
 #include "resdb/ui/FrmSettingsView.h"
 #include "session/FrmStart.h"
 #include "session/Session.h"
+#include "session/ui/FrmGuideView.h"
 #include "session/ui/FrmPortsView.h"
 #include "session/ui/FrmStartView.h"
 
@@ -139,6 +140,7 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmAD9888"), buildFrmAD9888View);
     views.add(QStringLiteral("frmRLReg"), buildFrmRLRegView);
     views.add(QStringLiteral("frmPorts"), buildFrmPortsView);
+    views.add(QStringLiteral("frmGuide"), buildFrmGuideView);
     views.add(QStringLiteral("frmSettings"), buildFrmSettingsView);
     views.add(QStringLiteral("frmTransmitter"), buildFrmTransmitterView);
     views.add(QStringLiteral("frmLaser"), buildFrmLaserView);

@@ -50,6 +50,9 @@ const MenuSpec kMenus[] = {
     {"mnuPresets", "mnuAutoPresets", "Load &Auto Presets", false, false},
     {"mnuPresets", "mnuReadAutopresets", "&Read Autopresets", false, true},
     {"mnuPresets", "mnuDBversion", "Autopresets DB &version", true, true},
+    // Our addition beside the system's menus.
+    {nullptr, "mnuHelp", "&Help", true, true},
+    {"mnuHelp", "mnuGuide", "&User Guide", true, true},
 };
 
 } // namespace
@@ -85,6 +88,7 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
     mnuExit.onClick.connect([this] { exitClick(); });
     cmdSync.onClick.connect([this] { syncClick(); });
     cmdPorts.onClick.connect([this] { showWindow(QStringLiteral("frmPorts")); });
+    mnuGuide.onClick.connect([this] { showWindow(QStringLiteral("frmGuide")); });
     txtCom.onKeyPress.connect([this](int& k) { comKeyPress(k); });
     SpinButton1.onSpinUp.connect([this] { spin(+1); });
     SpinButton1.onSpinDown.connect([this] { spin(-1); });

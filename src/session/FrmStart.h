@@ -61,6 +61,8 @@ class FrmStart : public Form {
     MenuItem& mnuAutoPresets = add<MenuItem>("mnuAutoPresets");
     MenuItem& mnuReadAutopresets = add<MenuItem>("mnuReadAutopresets");
     MenuItem& mnuDBversion = add<MenuItem>("mnuDBversion");
+    MenuItem& mnuHelp = add<MenuItem>("mnuHelp");
+    MenuItem& mnuGuide = add<MenuItem>("mnuGuide");
 
     // The states of the window.
     void noCardState();

@@ -16,6 +16,7 @@
 #include "resdb/FrmInputBox.h"
 #include "resdb/FrmSettings.h"
 #include "resdb/RezLookup.h"
+#include "session/FrmGuide.h"
 #include "session/FrmPorts.h"
 #include "session/FrmStart.h"
 
@@ -46,6 +47,9 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmTransmitter>(context); });
     forms.registerForm(QStringLiteral("frmRLReg"),
                        [this] { return std::make_unique<FrmRLReg>(context); });
+    forms.registerForm(QStringLiteral("frmGuide"), [this] {
+        return std::make_unique<FrmGuide>(dialogs, guideFolders(platform.appPath));
+    });
     forms.registerForm(QStringLiteral("frmPorts"),
                        [this] { return std::make_unique<FrmPorts>(*this, platform.listPorts); });
     forms.registerForm(QStringLiteral("frmSettings"),
