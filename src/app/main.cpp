@@ -8,6 +8,7 @@
 #include "forms/ui/QtDialogs.h"
 #include "forms/ui/UiScript.h"
 #include "link/SerialTransport.h"
+#include "monitor/ui/FrmReadEEMonView.h"
 #include "platform/AppFolder.h"
 #include "platform/Host.h"
 #include "platform/Settings.h"
@@ -127,6 +128,8 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmInputBox"), buildFrmInputBoxView);
     views.add(QStringLiteral("frmAD9888"), buildFrmAD9888View);
     views.add(QStringLiteral("frmRLReg"), buildFrmRLRegView);
+    views.add(QStringLiteral("frmReadEEMon"),
+              [&dialogs](Form& f) { return buildFrmReadEEMonView(f, dialogs.printer()); });
     views.install(session.forms);
 
     Main loop(session);

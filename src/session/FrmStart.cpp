@@ -4,6 +4,7 @@
 #include "link/ParamBlock.h"
 #include "link/Transport.h"
 #include "link/ValueHelpers.h"
+#include "monitor/MonitorFileImport.h"
 #include "platform/Settings.h"
 #include "resdb/Database.h"
 #include "resdb/RezLookup.h"
@@ -92,10 +93,13 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
     mnuCardMemory.onClick.connect([this] { showWindow(QStringLiteral("frmMem_card")); });
     mnuReadMonInfo.onClick.connect([this] {
         if (!s_.forms.isRegistered(QStringLiteral("frmReadEEMon"))) return;
+        setEnabled(false);
         showWindow(QStringLiteral("frmWait"));
         showWindow(QStringLiteral("frmReadEEMon"));
         s_.forms.unload(QStringLiteral("frmWait"));
+        setEnabled(true);
     });
+    mnuFile2Mem.onClick.connect([this] { importMonitorFile(s_.context, txtMsg); });
 }
 
 void FrmStart::buildMenus() {

@@ -1,6 +1,7 @@
 #include "session/Session.h"
 
 #include "link/Transport.h"
+#include "monitor/FrmReadEEMon.h"
 #include "registers/FrmAD9888.h"
 #include "registers/FrmRLReg.h"
 #include "resdb/Database.h"
@@ -31,6 +32,9 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmAD9888>(context); });
     forms.registerForm(QStringLiteral("frmRLReg"),
                        [this] { return std::make_unique<FrmRLReg>(context); });
+    forms.registerForm(QStringLiteral("frmReadEEMon"), [this] {
+        return std::make_unique<FrmReadEEMon>(context, platform.appPath);
+    });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, *DbRez, [this](const QByteArray& block) { return findRezName(block); });
