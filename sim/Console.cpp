@@ -4,9 +4,10 @@
 
 namespace velmorak::sim {
 
-const char* const kConsoleHelp = "commands: silent on|off, short N|off, delay MS, unplug [on FRAME "
-                                 "[N]|off], source WxHxR|none,\n"
-                                 "          monitor on|off, reg CHIP REG [VALUE], status, help";
+const char* const kConsoleHelp =
+    "commands: silent on|off, garble on|off, short N|off, delay MS, unplug [on FRAME "
+    "[N]|off], source WxHxR|none,\n"
+    "          monitor on|off, reg CHIP REG [VALUE], status, help";
 
 namespace {
 
@@ -28,13 +29,15 @@ bool onOff(const QString& s, bool& out) {
 QString status(const VirtualCard& card) {
     const Faults& f = card.faults();
     const CardConfig& c = card.config();
-    return QStringLiteral("silent %1, short %2, delay %3 ms, unplug on %6, source %4, monitor %5")
+    return QStringLiteral("silent %1, short %2, delay %3 ms, unplug on %6, source %4, monitor %5, "
+                          "garble %7")
         .arg(f.silent ? "on" : "off")
         .arg(f.shortReply < 0 ? QStringLiteral("off") : QString::number(f.shortReply))
         .arg(f.delayMs)
         .arg(c.source ? videoModeName(*c.source) : QStringLiteral("none"))
         .arg(c.monitorAttached ? "on" : "off")
-        .arg(f.unplugOn.isEmpty() ? QStringLiteral("off") : QString::fromLatin1(f.unplugOn));
+        .arg(f.unplugOn.isEmpty() ? QStringLiteral("off") : QString::fromLatin1(f.unplugOn))
+        .arg(f.garble ? "on" : "off");
 }
 
 } // namespace
@@ -61,6 +64,8 @@ QString consoleCommand(VirtualCard& card, const QString& line) {
         f.unplugOn.clear();
     } else if (verb == "silent" && w.size() == 2) {
         if (!onOff(w[1], f.silent)) return usage;
+    } else if (verb == "garble" && w.size() == 2) {
+        if (!onOff(w[1], f.garble)) return usage;
     } else if (verb == "short" && w.size() == 2) {
         if (w[1] == "off")
             f.shortReply = -1;

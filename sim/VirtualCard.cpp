@@ -370,6 +370,9 @@ QByteArray VirtualCard::receive(const QByteArray& frame) {
     QByteArray reply = answer(frame);
     if (faults_.silent) return {};
     if (faults_.shortReply >= 0) reply.truncate(faults_.shortReply);
+    if (faults_.garble)
+        for (char& c : reply)
+            c = char(~c);
     return reply;
 }
 

@@ -39,6 +39,7 @@ struct Faults {
     QByteArray unplugOn = {}; // the card vanishes on taking a frame that begins so (empty: never),
     int unplugOnNth = 1;      // the n-th such frame from when it was set
     int delayMs = 0;          // extra time before each reply
+    bool garble = false;      // every reply's bits inverted: a device that is not the card
 };
 
 // The card's firmware: memories, commands and measurement.

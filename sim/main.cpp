@@ -24,7 +24,7 @@ namespace {
 const char* const kUsage =
     "usage: velmorak-cardsim [--receiver|--transmitter] [--rgb|--dvi] [--fibres 1|2]\n"
     "                        [--firmware M.m] [--source WxHxR|none] [--no-monitor]\n"
-    "                        [--link PATH] [--trace FILE] [--silent] [--short N]\n"
+    "                        [--link PATH] [--trace FILE] [--silent] [--garble] [--short N]\n"
     "                        [--unplug-after N] [--unplug-on FRAME[:N]] [--delay MS] [--console] "
     "[--help]\n"
     "                        [--version]\n"
@@ -41,6 +41,7 @@ const char* const kUsage =
     "  --link PATH                a symbolic link at PATH to the pseudo-terminal\n"
     "  --trace FILE               write every frame in and out to FILE\n"
     "  --silent                   never answer\n"
+    "  --garble                   answer with every bit inverted (a device that is not the card)\n"
     "  --short N                  cut every reply to N bytes\n"
     "  --unplug-after N           vanish after N frames\n"
     "  --unplug-on FRAME[:N]      vanish on the N-th (default first) frame starting with FRAME\n"
@@ -94,6 +95,8 @@ int parse(const QStringList& args, Options& o) {
             o.console = true;
         else if (a == "--silent")
             o.faults.silent = true;
+        else if (a == "--garble")
+            o.faults.garble = true;
         else if (a == "--fibres") {
             if (!value(v) || !toInt(v, 1, 2, o.card.fibres)) return usageError("--fibres 1|2");
         } else if (a == "--firmware") {

@@ -7,6 +7,7 @@
 #include "forms/ui/PaintProbe.h"
 #include "forms/ui/QtDialogs.h"
 #include "forms/ui/UiScript.h"
+#include "link/SerialDevices.h"
 #include "link/SerialTransport.h"
 #include "monitor/ui/FrmReadEEMonView.h"
 #include "platform/AppFolder.h"
@@ -15,10 +16,13 @@
 #include "registers/ui/BitsFieldView.h"
 #include "registers/ui/FrmAD9888View.h"
 #include "registers/ui/FrmRLRegView.h"
+#include "registers/ui/FrmTransmitterView.h"
 #include "resdb/Database.h"
 #include "resdb/ui/FrmInputBoxView.h"
+#include "resdb/ui/FrmSettingsView.h"
 #include "session/FrmStart.h"
 #include "session/Session.h"
+#include "session/ui/FrmPortsView.h"
 #include "session/ui/FrmStartView.h"
 
 #include <QApplication>
@@ -121,13 +125,17 @@ int main(int argc, char** argv) {
                       screen,
                       VELMORAK_VERSION_MAJOR,
                       VELMORAK_VERSION_MINOR,
-                      VELMORAK_VERSION_PATCH};
+                      VELMORAK_VERSION_PATCH,
+                      systemSerialDevices};
     Session session(platform);
     ViewRegistry views;
     views.add(QStringLiteral("frmStart"), buildFrmStartView);
     views.add(QStringLiteral("frmInputBox"), buildFrmInputBoxView);
     views.add(QStringLiteral("frmAD9888"), buildFrmAD9888View);
     views.add(QStringLiteral("frmRLReg"), buildFrmRLRegView);
+    views.add(QStringLiteral("frmPorts"), buildFrmPortsView);
+    views.add(QStringLiteral("frmSettings"), buildFrmSettingsView);
+    views.add(QStringLiteral("frmTransmitter"), buildFrmTransmitterView);
     views.add(QStringLiteral("frmReadEEMon"),
               [&dialogs](Form& f) { return buildFrmReadEEMonView(f, dialogs.printer()); });
     views.install(session.forms);

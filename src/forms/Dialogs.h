@@ -9,6 +9,8 @@
 
 namespace velmorak {
 
+class ReportPrinter;
+
 enum class MsgButtons { OK, OKCancel, YesNo, YesNoCancel };
 enum class MsgIcon { None, Information, Question, Exclamation, Critical };
 enum class MsgResult { OK = 1, Cancel = 2, Yes = 6, No = 7 };
@@ -30,6 +32,10 @@ class Dialogs {
                                                 const QString& suggested = QString()) = 0;
     // Printer set-up; false when cancelled.
     virtual bool printerDialog() = 0;
+    // The printer that the printer dialog sets up (nullptr: none at all).
+    virtual ReportPrinter* reportPrinter() { return nullptr; }
+    // How many printers the system offers (Printers.Count).
+    virtual int printerCount() { return 0; }
 };
 
 // Test double: records every dialog asked and returns scripted answers in order. With no answer
@@ -51,6 +57,12 @@ class ScriptedDialogs : public Dialogs {
     std::optional<QString> saveFileName(const QString& title, const QString& filter,
                                         const QString& suggested) override;
     bool printerDialog() override;
+    ReportPrinter* reportPrinter() override { return printer_; }
+    int printerCount() override { return printerCount_; }
+
+    // What the printer dialog prints on, and how many printers there are (1 by default).
+    void setPrinter(ReportPrinter* p) { printer_ = p; }
+    void setPrinterCount(int n) { printerCount_ = n; }
 
     void answer(MsgResult r) { results_.push_back(r); }
     void answerText(std::optional<QString> t) { texts_.push_back(std::move(t)); }
@@ -64,6 +76,8 @@ class ScriptedDialogs : public Dialogs {
     std::vector<Asked> asked_;
     std::deque<MsgResult> results_;
     std::deque<std::optional<QString>> texts_;
+    ReportPrinter* printer_ = nullptr;
+    int printerCount_ = 1;
 };
 
 } // namespace velmorak

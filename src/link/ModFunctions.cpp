@@ -150,8 +150,25 @@ void ModFunctions::writeExchange(Fn fn, const QByteArray& frame, int settle) {
     }
 }
 
+void ModFunctions::noteFailure(LinkCause cause, const QString& detail) {
+    lastFailure_ = {cause, port_.deviceName(), detail};
+}
+
+void ModFunctions::notePortError(const PortError& e) {
+    const QString text = QString::fromStdString(e.what());
+    const QString device = port_.deviceName();
+    // A port without a path (the in-process card) is judged by its error alone.
+    const DeviceAccess access =
+        device.isEmpty() ? DeviceAccess{true, true, {}, true} : probeDevice(device);
+    noteFailure(openFailureCause(access, e.fault, text), text);
+}
+
 // The error handler shared by the link functions.
-void ModFunctions::failed(Fn fn, const std::exception*, bool deviceGone) {
+void ModFunctions::failed(Fn fn, const std::exception* error, bool deviceGone) {
+    if (auto* e = dynamic_cast<const PortError*>(error))
+        notePortError(*e);
+    else
+        noteFailure(LinkCause::UnexpectedAnswer, QStringLiteral("a reply of the wrong length"));
     if (port_.isOpen()) port_.close();
     if (deviceGone) {
         switch (fn) {
@@ -217,9 +234,21 @@ bool ModFunctions::CardPresent() {
         qint16 status = 0;
         const QByteArray reply = CheckLink(st_.LinkMode, status);
         present = reply.left(4) == "5DVI";
+        if (present)
+            lastFailure_ = {};
+        else if (status == 5)
+            noteFailure(LinkCause::DeviceGone);
+        else if (reply.isEmpty())
+            noteFailure(LinkCause::CardSilent);
+        else if (reply.startsWith("Connection is NOT"))
+            noteFailure(LinkCause::UnexpectedAnswer, QStringLiteral("a short answer"));
+        else
+            noteFailure(LinkCause::UnexpectedAnswer,
+                        QString::fromLatin1(reply.left(16)).simplified());
         port_.close();
         host_.sleep(1);
     } catch (const PortError& e) {
+        notePortError(e);
         if (port_.isOpen()) port_.close();
         if (e.fault == PortFault::DeviceGone) {
             dialogs_.messageBox(kNoUsbTerminated, MsgButtons::OK);

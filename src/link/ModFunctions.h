@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/LinkFailure.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -38,6 +40,8 @@ class ModFunctions {
 
     // True while an exchange runs (its wait pumps events, and the poll must stay out).
     bool busy() const { return depth_ > 0; }
+    // Why the last probe or exchange failed (None after a probe that found the card).
+    const LinkFailure& lastFailure() const { return lastFailure_; }
 
     // The texts and frames, exposed for tests and the virtual card.
     static const char* const kNoUsbTerminated; // "No USB connection. The program is terminated."
@@ -84,6 +88,9 @@ class ModFunctions {
     };
 
     int depth_ = 0;
+    LinkFailure lastFailure_;
+    void noteFailure(LinkCause cause, const QString& detail = {});
+    void notePortError(const PortError& e);
     CardState& st_;
     Host& host_;
     Transport& port_;

@@ -27,7 +27,7 @@ class SerialTransport : public QObject, public Transport {
     QByteArray readAll() override;
     void clearInput() override;
 
-    QString deviceName() const;
+    QString deviceName() const override;
 
   private:
     void onError(QSerialPort::SerialPortError e);

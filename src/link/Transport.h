@@ -39,6 +39,8 @@ class Transport {
     virtual QByteArray readAll() = 0;
     // Drops received bytes (InBufferCount = 0).
     virtual void clearInput() = 0;
+    // The device behind the COM number, for messages.
+    virtual QString deviceName() const { return {}; }
 };
 
 } // namespace velmorak

@@ -90,6 +90,16 @@ constexpr const char* kSxga1280 =
 
 const RegisterMap kAd9888Map{32, "ucBitsField1", kRows, kGrids, "Addresses", kLoadOrder, 26, 21};
 
+namespace {
+constexpr SaveColumn kColumns[] = {{"01", 1},   {"02", 2},   {"03", 3},   {"04", 5},   {"05", 6},
+                                   {"06", 7},   {"07", 8},   {"08", 9},   {"09", 10},  {"0AH", 11},
+                                   {"0BH", 12}, {"0CH", 13}, {"0DH", 14}, {"0EH", 15}, {"0FH", 23},
+                                   {"10H", 30}, {"11H", 34}, {"12H", 35}, {"13H", 36}, {"15H", 45},
+                                   {"16H", 52}, {"17H", 53}};
+} // namespace
+
+const std::span<const SaveColumn> kAd9888Columns{kColumns};
+
 const RegisterList kAd9888Default{
     "cmdDefault", "&Default Settings",
     "105,208,72,128,8,20,32,128,128,128,128,128,128,64,78,120,32,0,0,37,70,"};

@@ -17,6 +17,8 @@ struct RegisterList {
 };
 
 extern const RegisterList kAd9888Default;
+// The columns of a save: 01H to 17H but the status register 14H.
+extern const std::span<const SaveColumn> kAd9888Columns;
 extern const std::array<RegisterList, 6> kAd9888Presets;
 
 } // namespace velmorak

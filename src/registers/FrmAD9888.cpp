@@ -4,11 +4,9 @@
 #include "forms/Forms.h"
 #include "link/CardState.h"
 #include "link/ModFunctions.h"
-#include "link/Placement.h"
 #include "link/Transport.h"
 #include "link/ValueHelpers.h"
 #include "platform/Host.h"
-#include "platform/Settings.h"
 #include "registers/Ad9888Map.h"
 
 namespace velmorak {
@@ -31,7 +29,8 @@ QStringList controlsOf(const RegisterRow& row) {
 
 } // namespace
 
-FrmAD9888::FrmAD9888(AppContext& ctx) : Form(QStringLiteral("frmAD9888")), c_(ctx) {
+FrmAD9888::FrmAD9888(AppContext& ctx)
+    : Form(QStringLiteral("frmAD9888")), EditorControls(static_cast<Form&>(*this)), c_(ctx) {
     setCaption(QStringLiteral("Velmorak Optimization"));
     move(0, 0, 900, 640);
     setUpControls();
@@ -40,44 +39,28 @@ FrmAD9888::FrmAD9888(AppContext& ctx) : Form(QStringLiteral("frmAD9888")), c_(ct
 }
 
 void FrmAD9888::setUpControls() {
-    cmdRead.setCaption(QStringLiteral("&Read"));
-    cmdLoad.setCaption(QStringLiteral("&Load"));
-    cmdDefault.setCaption(QStringLiteral("&Default Settings"));
-    cmdSave.setCaption(QStringLiteral("&Save As"));
-    cmdSave.setToolTipText(QStringLiteral("Save current settings"));
-    cmdPreset.setCaption(QStringLiteral("&Preset"));
-    cmdPreset.setToolTipText(QStringLiteral("Set setting from the List"));
+    ed_.setUpCommonControls();
     cmdConnect.setCaption(QStringLiteral("C&onnect"));
-    ChkChange.setCaption(QStringLiteral("Load Register On Change"));
-    txtMsg.setText(QStringLiteral("OK"));
-    txtMsg.setVisible(false);
-    txtMsg.setLocked(true);
-    txtChSum.setText(QStringLiteral("00"));
-    txtChSum.setLocked(true);
-    lblChSum.setCaption(QStringLiteral("Check Sum :"));
-    lblDevAddr.setCaption(QStringLiteral(" Device Address:"));
-    txtDevAddr.setText(QStringLiteral("32"));
-    lstPresets.setVisible(false);
     txtContrast.setText(QStringLiteral("CNT"));
     txtBrite.setText(QStringLiteral("BRT"));
 
-    struct Slider {
-        ScrollBar* bar;
-        int max;
-        int step;
-    };
-    for (const Slider& s :
-         {Slider{&HScrlPLL, 4096, 1}, Slider{&HScrlPhA, 31, 1}, Slider{&HScrlClPl, 255, 1},
-          Slider{&HScrlClDur, 255, 1}, Slider{&HScrlHsync, 255, 1}, Slider{&HScrlCR, 255, 1},
-          Slider{&HScrlCG, 255, 1}, Slider{&HScrlCB, 255, 1}, Slider{&HScrlBrR, 255, 2},
-          Slider{&HScrlBrG, 255, 2}, Slider{&HScrlBrB, 255, 2}, Slider{&HScrlContrast, 255, 1},
-          Slider{&HScrlBritnes, 255, 2}, Slider{&HScrl10, 31, 1}, Slider{&HScrl11, 255, 1},
-          Slider{&HScrl12, 255, 1}, Slider{&HScrl13, 255, 1}}) {
-        s.bar->setMin(0);
-        s.bar->setMax(s.max);
-        s.bar->setSmallChange(s.step);
-        s.bar->setLargeChange(s.step == 2 ? 2 : 16);
-    }
+    setUpSliders({{&HScrlPLL, 4096, 1},
+                  {&HScrlPhA, 31, 1},
+                  {&HScrlClPl, 255, 1},
+                  {&HScrlClDur, 255, 1},
+                  {&HScrlHsync, 255, 1},
+                  {&HScrlCR, 255, 1},
+                  {&HScrlCG, 255, 1},
+                  {&HScrlCB, 255, 1},
+                  {&HScrlBrR, 255, 2},
+                  {&HScrlBrG, 255, 2},
+                  {&HScrlBrB, 255, 2},
+                  {&HScrlContrast, 255, 1},
+                  {&HScrlBritnes, 255, 2},
+                  {&HScrl10, 31, 1},
+                  {&HScrl11, 255, 1},
+                  {&HScrl12, 255, 1},
+                  {&HScrl13, 255, 1}});
     // The word boxes of the single-bit rows, as the map names them.
     for (const RegisterRow& row : kMap.rows)
         for (const QString& name : controlsOf(row))
@@ -92,36 +75,22 @@ void FrmAD9888::setUpControls() {
     tmrWait.setInterval(100);
     tmrWait.setEnabled(false);
 
-    QStringList tabs;
-    for (const RegisterGrid& g : kMap.grids)
-        tabs << QString::fromLatin1(g.caption);
-    TabStrip1.setTabs(tabs);
-
-    struct Menu {
-        MenuItem* item;
-        MenuItem* parent;
-        const char* caption;
-        bool visible;
+    ed_.setUpTabs();
+    static constexpr EditorMenu menus[] = {
+        {"mnuFile", nullptr, "&File", true},
+        {"mnuRead", "mnuFile", "&Read", true},
+        {"mnuLoad", "mnuFile", "&Load", true},
+        {"mnuLRReg", "mnuFile", "Load/Read &Register", true},
+        {"mnuClose", "mnuFile", "&Close", true},
+        {"mnuPresets", nullptr, "&Presets", false},
+        {"mnuATest", nullptr, "Test", false},
+        {"mnuSharp", "mnuATest", "S&harp Test Bar", true},
+        {"mnuColor", "mnuATest", "&Color TestBar", true},
+        {"mnuGray", "mnuATest", "&Gray TestBar", true},
+        {"mnuTests", nullptr, "&Tests", true},
+        {"mnuTestBars", "mnuTests", "&Test&Bars", true},
     };
-    const Menu menus[] = {
-        {&mnuFile, nullptr, "&File", true},
-        {&mnuRead, &mnuFile, "&Read", true},
-        {&mnuLoad, &mnuFile, "&Load", true},
-        {&mnuLRReg, &mnuFile, "Load/Read &Register", true},
-        {&mnuClose, &mnuFile, "&Close", true},
-        {&mnuPresets, nullptr, "&Presets", false},
-        {&mnuATest, nullptr, "Test", false},
-        {&mnuSharp, &mnuATest, "S&harp Test Bar", true},
-        {&mnuColor, &mnuATest, "&Color TestBar", true},
-        {&mnuGray, &mnuATest, "&Gray TestBar", true},
-        {&mnuTests, nullptr, "&Tests", true},
-        {&mnuTestBars, &mnuTests, "&Test&Bars", true},
-    };
-    for (const Menu& m : menus) {
-        m.item->setCaption(QString::fromLatin1(m.caption));
-        m.item->setVisible(m.visible);
-        if (m.parent) m.parent->addChild(*m.item);
-    }
+    ed_.addMenus(menus);
     for (const RegisterList& p : kAd9888Presets) {
         auto& item = add<MenuItem>(QString::fromLatin1(p.control));
         item.setCaption(QString::fromLatin1(p.caption));
@@ -132,45 +101,20 @@ void FrmAD9888::setUpControls() {
 }
 
 void FrmAD9888::connectHandlers() {
-    cmdRead.onClick.connect([this] { readClick(); });
-    cmdLoad.onClick.connect([this] { loadClick(); });
+    ed_.connectCommon([this] { readClick(); }, [this] { loadClick(); },
+                      [this](const QByteArray& image) { SetToTable(image); }, kAd9888Columns,
+                      QStringLiteral("Change Settings to Database"));
     cmdDefault.onClick.connect([this] { defaultClick(); });
-    cmdPreset.onClick.connect([this] { presetClick(); });
-    lstPresets.onClick.connect([this] { presetListClick(); });
-    cmdSave.onClick.connect([this] { saveClick(); });
     cmdConnect.onClick.connect([this] { connectClick(); });
-    mnuClose.onClick.connect([this] { closeClick(); });
-    mnuRead.onClick.connect([this] {
-        if (cmdRead.enabled())
-            readClick();
-        else
-            c_.dialogs.messageBox(QStringLiteral("No USB connection"), MsgButtons::OK,
-                                  c_.st.AppTitle);
-    });
-    mnuLoad.onClick.connect([this] {
-        if (cmdLoad.enabled())
-            loadClick();
-        else
-            c_.dialogs.messageBox(QStringLiteral("No USB connection"), MsgButtons::OK,
-                                  c_.st.AppTitle);
-    });
     mnuLRReg.onClick.connect([this] {
         if (c_.forms.isRegistered(QStringLiteral("frmRLReg")))
             c_.forms.show(QStringLiteral("frmRLReg"), true);
     });
     ChkChange.onClick.connect([this] { LoadOnChange = ChkChange.value() == 1; });
-    TabStrip1.onClick.connect([this] {
-        Frame* frames[] = {&fraT1, &fraT2, &fraT3, &fraT4};
-        for (int i = 0; i < 4; ++i)
-            frames[i]->setVisible(TabStrip1.selectedIndex() == i + 1);
-    });
     tmrWait.onTick.connect([this] { tmrWait.setEnabled(false); });
 
     // Sliders whose change and scroll do the same.
-    auto both = [](ScrollBar& bar, std::function<void()> body) {
-        bar.onChange.connect(body);
-        bar.onScroll.connect(body);
-    };
+    const auto both = onChangeOrScroll;
     both(HScrlPLL, [this] { pllChanged(HScrlPLL.value(), true); });
     txtPLLc.onChange.connect([this] {
         const double v = Val(txtPLLc.text());
@@ -208,17 +152,7 @@ void FrmAD9888::connectHandlers() {
 // --- load, unload, activation
 
 void FrmAD9888::formLoad() {
-    buildRows(*this, kMap);
-    for (UcBitsField& row : ucBitsField1) {
-        const int i = row.index();
-        row.onClickBit.connect([this, i] {
-            try {
-                ucBitsField1_ClickBit(i);
-            } catch (const RunTimeError&) {
-                // A value no control can show leaves the rest of the row as it is.
-            }
-        });
-    }
+    ed_.buildAndConnectRows([this](int i) { ucBitsField1_ClickBit(i); });
     fraT2.setVisible(false);
     fraT3.setVisible(false);
     fraT4.setVisible(false);
@@ -226,30 +160,19 @@ void FrmAD9888::formLoad() {
     BriReady = true;
     ContrReady = true;
     c_.host.pump();
-    if (c_.st.Connected) {
-        cmdRead.setEnabled(true);
-        cmdLoad.setEnabled(true);
-        c_.st.ChipBase = kDevice;
+    const bool card = ed_.firstRead([this] {
         const QByteArray a = c_.fn.ReadEE(kDevice, 62);
         const QByteArray b = c_.fn.ReadEE(kDevice, 8);
         LastImage = a.left(24) + b.left(2);
         SetToTable(LastImage);
-    } else {
-        LastImage = QByteArray(1, '\0');
-        cmdRead.setEnabled(false);
-        cmdLoad.setEnabled(false);
-    }
-    placeFromLayout(*this, c_.settings, c_.screen, QString::fromLatin1(kLayoutKey));
-    ChkChange.setValue(0);
-    LoadOnChange = false;
-    c_.st.ChipBase = kDevice;
+    });
+    if (!card) LastImage = QByteArray(1, '\0');
+    ed_.settle(QString::fromLatin1(kLayoutKey));
 }
 
 void FrmAD9888::formUnload(bool& cancel) {
     (void)cancel;
-    LoadOnChange = false;
-    c_.settings.save(QString::fromLatin1(kLayoutKey), QStringLiteral("Layout"),
-                     QString::number(left()) + u',' + QString::number(top()));
+    ed_.leave(QString::fromLatin1(kLayoutKey));
     if (c_.st.TestBarsOn) {
         for (const char* f : {"frmTest", "frmTestC", "frmTestG"})
             c_.forms.unload(QString::fromLatin1(f));
@@ -263,29 +186,8 @@ void FrmAD9888::formActivate() {
 
 // --- the chip
 
-void FrmAD9888::writeRegister(int reg, const QByteArray& data) {
-    c_.st.ChipBase = kDevice;
-    c_.fn.WriteEE(kDevice, qint16(reg), data);
-}
-
-// With load-on-change, the register of a member goes to the chip as one byte.
-void FrmAD9888::writeMember(int member) {
-    if (!LoadOnChange) return;
-    const int regRow = registerRowOf(kMap, member);
-    writeRegister(kMap.rows[regRow].reg, QByteArray(1, char(byteOf(regRow) & 0xFF)));
-}
-
-void FrmAD9888::mergeIntoRegister(int member, qint16 v) {
-    const int regRow = registerRowOf(kMap, member);
-    const qint16 b = qint16((byteOf(regRow) & ~kMap.rows[member].shown) + v);
-    ucBitsField1(regRow).WriteByte(b);
-    writeMember(regRow);
-}
-
 void FrmAD9888::readClick() {
-    cmdLoad.setEnabled(false);
-    cmdRead.setEnabled(false);
-    c_.st.ChipBase = kDevice;
+    ed_.startRead();
     const QByteArray a = c_.fn.ReadEE(kDevice, 62);
     if (a == QByteArray(1, '\0')) {
         txtMsg.setText(QStringLiteral("Failure"));
@@ -300,39 +202,19 @@ void FrmAD9888::readClick() {
             txtMsg.setText(QStringLiteral("Failure"));
         }
     }
-    c_.host.sleep(100);
-    cmdLoad.setEnabled(true);
-    cmdRead.setEnabled(true);
-    showMessage();
+    ed_.endRead();
 }
 
 void FrmAD9888::loadClick() {
-    cmdRead.setEnabled(false);
-    cmdLoad.setEnabled(false);
-    cmdLoad.setCaption(QStringLiteral("Loading"));
-    const QByteArray data = collectBlock(ucBitsField1, kMap);
-    c_.st.ChipBase = kDevice;
-    c_.fn.WriteEEBlock(kDevice, data);
+    const QByteArray data = ed_.startLoad({&cmdRead, &cmdLoad});
     const QByteArray a = c_.fn.ReadEE(kDevice, 62);
     if (a.mid(1, 14) == data.left(14)) {
         txtMsg.setText(QStringLiteral("OK"));
-        showMessage();
+        ed_.showMessage(2000);
     } else {
         c_.dialogs.messageBox(QStringLiteral("Failure"), MsgButtons::OK, c_.st.AppTitle);
     }
-    cmdRead.setEnabled(true);
-    cmdLoad.setCaption(QStringLiteral("&Load"));
-    cmdLoad.setEnabled(true);
-}
-
-// The result text stays on view for two seconds, the window frozen.
-void FrmAD9888::showMessage() {
-    txtMsg.setSelStart(0);
-    txtMsg.setSelLength(int(txtMsg.text().size()));
-    txtMsg.setVisible(true);
-    c_.host.pump();
-    c_.host.sleep(2000);
-    txtMsg.setVisible(false);
+    ed_.endLoad({&cmdRead, &cmdLoad});
 }
 
 void FrmAD9888::defaultClick() {
@@ -364,11 +246,6 @@ void FrmAD9888::connectClick() {
         if (c_.port.isOpen()) c_.port.close();
     }
     c_.host.sleep(1);
-}
-
-void FrmAD9888::closeClick() {
-    if (c_.port.isOpen()) c_.port.close();
-    unload();
 }
 
 // --- rows and their controls

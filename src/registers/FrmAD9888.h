@@ -3,6 +3,7 @@
 #include "forms/Form.h"
 #include "link/AppContext.h"
 #include "registers/Ad9888Map.h"
+#include "registers/RegisterEditor.h"
 #include "registers/RegisterWalker.h"
 
 #include <QByteArray>
@@ -11,13 +12,12 @@ namespace velmorak {
 
 // The service window of the video converter: its registers in four grids, read from and loaded
 // into the chip, edited row by row, saved to and loaded from the resolution database.
-class FrmAD9888 : public Form {
+class FrmAD9888 : public Form, public EditorControls {
   public:
     static constexpr int kDevice = 32;
     explicit FrmAD9888(AppContext& ctx);
 
     // --- the register image and the grids
-    BitsFieldArray& ucBitsField1 = addArray<UcBitsField>("ucBitsField1");
     Frame& fraT1 = add<Frame>("fraT1");
     Frame& fraT2 = add<Frame>("fraT2");
     Frame& fraT3 = add<Frame>("fraT3");
@@ -26,22 +26,9 @@ class FrmAD9888 : public Form {
     Grid& FlexGr2 = add<Grid>("FlexGr2");
     Grid& FlexGr3 = add<Grid>("FlexGr3");
     Grid& FlexGr4 = add<Grid>("FlexGr4");
-    TabStrip& TabStrip1 = add<TabStrip>("TabStrip1");
 
     // --- buttons and texts
-    Button& cmdRead = add<Button>("cmdRead");
-    Button& cmdLoad = add<Button>("cmdLoad");
-    Button& cmdDefault = add<Button>("cmdDefault");
-    Button& cmdSave = add<Button>("cmdSave");
-    Button& cmdPreset = add<Button>("cmdPreset");
     Button& cmdConnect = add<Button>("cmdConnect");
-    ListBox& lstPresets = add<ListBox>("lstPresets");
-    CheckBox& ChkChange = add<CheckBox>("ChkChange");
-    TextBox& txtMsg = add<TextBox>("txtMsg");
-    TextBox& txtChSum = add<TextBox>("txtChSum");
-    Label& lblChSum = add<Label>("lblChSum");
-    TextBox& txtDevAddr = add<TextBox>("txtDevAddr");
-    Label& lblDevAddr = add<Label>("lblDevAddr");
 
     // --- controls over the "Control" column
     ScrollBar& HScrlPLL = add<ScrollBar>("HScrlPLL");
@@ -78,11 +65,7 @@ class FrmAD9888 : public Form {
     Timer& tmrWait = add<Timer>("tmrWait");
 
     // --- menus
-    MenuItem& mnuFile = add<MenuItem>("mnuFile");
-    MenuItem& mnuRead = add<MenuItem>("mnuRead");
-    MenuItem& mnuLoad = add<MenuItem>("mnuLoad");
     MenuItem& mnuLRReg = add<MenuItem>("mnuLRReg");
-    MenuItem& mnuClose = add<MenuItem>("mnuClose");
     MenuItem& mnuPresets = add<MenuItem>("mnuPresets");
     MenuItem& mnuATest = add<MenuItem>("mnuATest");
     MenuItem& mnuSharp = add<MenuItem>("mnuSharp");
@@ -92,7 +75,6 @@ class FrmAD9888 : public Form {
     MenuItem& mnuTestBars = add<MenuItem>("mnuTestBars");
 
     // --- state
-    bool LoadOnChange = false;
     QByteArray LastImage;
     // Brightness and contrast coupling.
     qint16 ContrOld = 0, BriOld = 0;
@@ -110,8 +92,6 @@ class FrmAD9888 : public Form {
     qint16 ReadfromDevice(qint16 v) { return v; }
     void CheckContr();
     void CheckBri();
-    // The byte of member i.
-    qint16 byteOf(int member) { return ucBitsField1(member).ReadByte(); }
 
   protected:
     void formLoad() override;
@@ -125,17 +105,10 @@ class FrmAD9888 : public Form {
     void readClick();
     void loadClick();
     void defaultClick();
-    void presetClick();
-    void presetListClick();
-    void saveClick();
     void connectClick();
-    void closeClick();
-    bool saveToTable(const QString& table, bool first, const QString& name,
-                     const QString& description);
-    void showMessage();
-    void writeRegister(int reg, const QByteArray& data);
-    void writeMember(int member);
-    void mergeIntoRegister(int member, qint16 v);
+    void writeRegister(int reg, const QByteArray& data) { ed_.writeRegister(reg, data); }
+    void writeMember(int member) { ed_.writeMember(member); }
+    void mergeIntoRegister(int member, qint16 v) { ed_.mergeIntoRegister(member, v); }
     void pllChanged(int s, bool write);
     void list03Changed(ComboBox& list, bool click);
     void list15Changed(bool click);
@@ -147,6 +120,7 @@ class FrmAD9888 : public Form {
     void masterDone(bool contrast);
 
     AppContext& c_;
+    RegisterEditor ed_{*this, *this, c_, kAd9888Map};
     bool textByCode_ = false;
 };
 

@@ -56,6 +56,12 @@ struct RegisterMap {
     int listLength;                 // numbers of a comma list
 };
 
+// A resolution table column and the register member whose byte it stores.
+struct SaveColumn {
+    const char* column;
+    int member;
+};
+
 // The four column headers of every register grid.
 inline constexpr const char* kGridHeaders[4] = {"Address", "Name", "Value", "Control"};
 

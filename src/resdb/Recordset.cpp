@@ -34,6 +34,8 @@ QString Field::Name() const {
     return rs_->columns_.at(ordinal_);
 }
 
+Recordset::Recordset() = default;
+
 Recordset::~Recordset() {
     Close();
 }

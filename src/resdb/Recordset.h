@@ -42,7 +42,7 @@ class Recordset {
     enum class Kind { Closed, Table, Query };
     enum class EditMode { None, Edit, Add };
 
-    Recordset() = default;
+    Recordset();
     ~Recordset();
     Recordset(Recordset&&) noexcept;
     Recordset& operator=(Recordset&&) noexcept;

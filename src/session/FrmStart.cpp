@@ -8,6 +8,7 @@
 #include "platform/Settings.h"
 #include "resdb/Database.h"
 #include "resdb/RezLookup.h"
+#include "session/DatabaseFile.h"
 #include "session/Session.h"
 
 #include <cmath>
@@ -61,6 +62,8 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
     cmdConnect.setCaption(kConnect);
     cmdDisconnect.setCaption(QStringLiteral("&Disconnect"));
     cmdSync.setCaption(QStringLiteral("Check &Sync"));
+    cmdPorts.setCaption(QStringLiteral("Por&ts..."));
+    cmdPorts.setToolTipText(QStringLiteral("Which device each COM number reaches"));
     cmdExit.setCaption(QStringLiteral("E&xit"));
     lblFwv.setCaption(QStringLiteral("Firmware Version:"));
     for (TextBox* t : {&txtNameCard, &txtFwv, &txtPar1, &txtH, &txtPar2, &txtMsg})
@@ -81,10 +84,13 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
     cmdExit.onClick.connect([this] { exitClick(); });
     mnuExit.onClick.connect([this] { exitClick(); });
     cmdSync.onClick.connect([this] { syncClick(); });
+    cmdPorts.onClick.connect([this] { showWindow(QStringLiteral("frmPorts")); });
     txtCom.onKeyPress.connect([this](int& k) { comKeyPress(k); });
     SpinButton1.onSpinUp.connect([this] { spin(+1); });
     SpinButton1.onSpinDown.connect([this] { spin(-1); });
     mnuDatabase.onClick.connect([this] { databaseClick(); });
+    mnuExport.onClick.connect([this] { DatabaseFile(s_).exportClick(); });
+    mnuImport.onClick.connect([this] { DatabaseFile(s_).importClick(); });
     mnuDisplayAdj.onClick.connect([this] { displayAdjClick(); });
     mnuLaser.onClick.connect([this] { laserClick(); });
     mnuPanel.onClick.connect([this] { editorClick(QStringLiteral("frmAD9888")); });
@@ -265,7 +271,9 @@ void FrmStart::connectClick() {
     if (!txtCom.text().isEmpty()) st.ComPort = ToInt16(Val(txtCom.text()));
     if (s_.port.isOpen()) s_.port.close();
     s_.port.setCommPort(st.ComPort);
-    if (!s_.fn.CardPresent()) {
+    const bool present = s_.fn.CardPresent();
+    s_.showLinkReason();
+    if (!present) {
         cmdConnect.setEnabled(true);
         cmdConnect.setCaption(kConnect);
         cmdDisconnect.setEnabled(false);

@@ -62,6 +62,7 @@ bool Main::start() {
                 s_.frmStart().connectedState(true);
             else
                 s_.frmStart().noCardState();
+            s_.showLinkReason();
         } else {
             st.ComPort = 5;
             s_.port.setCommPort(5);
@@ -140,6 +141,7 @@ void Main::idleStep() {
             } else if (!st.ExitRequested) {
                 s_.unloadOthers();
                 s_.lostCardSettings(true);
+                s_.showLinkReason(true);
             }
         }
     }

@@ -1,13 +1,19 @@
 #include "session/Session.h"
 
+#include "link/LinkFailure.h"
 #include "link/Transport.h"
 #include "monitor/FrmReadEEMon.h"
 #include "registers/FrmAD9888.h"
 #include "registers/FrmRLReg.h"
+#include "registers/FrmTransmitter.h"
 #include "resdb/Database.h"
 #include "resdb/FrmInputBox.h"
+#include "resdb/FrmSettings.h"
 #include "resdb/RezLookup.h"
+#include "session/FrmPorts.h"
 #include "session/FrmStart.h"
+
+#include <QTime>
 
 namespace velmorak {
 
@@ -21,7 +27,7 @@ Session::Session(const Platform& p)
                                                         p.dialogs,
                                                         p.settings,
                                                         forms,
-                                                        [this]() -> Database& { return *DbRez; },
+                                                        [this]() -> Database& { return db(); },
                                                         [this](const QByteArray& block) {
                                                             return findRezName(block);
                                                         },
@@ -30,14 +36,20 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<FrmStart>(*this); });
     forms.registerForm(QStringLiteral("frmAD9888"),
                        [this] { return std::make_unique<FrmAD9888>(context); });
+    forms.registerForm(QStringLiteral("frmTransmitter"),
+                       [this] { return std::make_unique<FrmTransmitter>(context); });
     forms.registerForm(QStringLiteral("frmRLReg"),
                        [this] { return std::make_unique<FrmRLReg>(context); });
+    forms.registerForm(QStringLiteral("frmPorts"),
+                       [this] { return std::make_unique<FrmPorts>(*this, platform.listPorts); });
+    forms.registerForm(QStringLiteral("frmSettings"),
+                       [this] { return std::make_unique<FrmSettings>(context); });
     forms.registerForm(QStringLiteral("frmReadEEMon"), [this] {
         return std::make_unique<FrmReadEEMon>(context, platform.appPath);
     });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
-            st, fn, *DbRez, [this](const QByteArray& block) { return findRezName(block); });
+            st, fn, db(), [this](const QByteArray& block) { return findRezName(block); });
     });
 }
 
@@ -47,13 +59,19 @@ Session::~Session() {
     if (DbRez) DbRez->Close();
 }
 
+Database& Session::db() {
+    if (!DbRez)
+        throw DbError(DbErr::ObjectClosed, QStringLiteral("The resolution database is not open."));
+    return *DbRez;
+}
+
 FrmStart& Session::frmStart() {
     return forms.load<FrmStart>(QStringLiteral("frmStart"));
 }
 
 QString Session::findRezName(const QByteArray& block) {
     FrmStart& f = frmStart();
-    return FindRezName(block, f.lstVBorders.items(), f.lstHBorders.items(), *DbRez);
+    return FindRezName(block, f.lstVBorders.items(), f.lstHBorders.items(), db());
 }
 
 void Session::lostCardSettings(bool disableEditors) {
@@ -73,6 +91,18 @@ void Session::lostCardSettings(bool disableEditors) {
             m->setEnabled(false);
     f.mnuCardMemory.setEnabled(false);
     f.mnuParams.setEnabled(false);
+}
+
+void Session::showLinkReason(bool lost) {
+    if (!forms.isLoaded(QStringLiteral("frmStart"))) return;
+    const LinkFailure& f = fn.lastFailure();
+    QString text = describe(f, f.device.isEmpty() ? DeviceAccess{true, true, {}, true}
+                                                  : probeDevice(f.device));
+    if (lost)
+        text = QStringLiteral("The card was lost at %1. %2")
+                   .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), text)
+                   .trimmed();
+    frmStart().lblReason.setCaption(text);
 }
 
 void Session::mainErrorHandler() {
@@ -96,6 +126,7 @@ void Session::lostCard(bool disableEditors) {
         return;
     }
     lostCardSettings(disableEditors);
+    showLinkReason(true);
 }
 
 } // namespace velmorak

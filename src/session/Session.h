@@ -5,6 +5,7 @@
 #include "link/CardState.h"
 #include "link/LinkReactions.h"
 #include "link/ModFunctions.h"
+#include "link/SerialDevices.h"
 
 #include <QRect>
 #include <QString>
@@ -31,6 +32,7 @@ struct Platform {
     int versionMajor = 1;
     int versionMinor = 0;
     int versionRevision = 0;
+    SerialDeviceLister listPorts = {}; // the serial devices the system sees (none: settings only)
 };
 
 // What every window of one run shares: the public state, the card link, the open windows and
@@ -53,6 +55,9 @@ class Session : public LinkReactions {
     std::unique_ptr<Database> DbRez;
     AppContext context;
 
+    // The open database; throws "closed" when a failed import left none.
+    Database& db();
+
     // The main window, loaded on first use.
     FrmStart& frmStart();
 
@@ -62,6 +67,9 @@ class Session : public LinkReactions {
     // The lost-card settings of the main window (every other window unloaded first), with the
     // editor menus disabled as well when asked.
     void lostCardSettings(bool disableEditors);
+    // Shows why the last probe or exchange failed beside the main window's buttons (cleared
+    // when it found the card); `lost` adds that the card was lost, and when.
+    void showLinkReason(bool lost = false);
     // The error handler of the start and the loop: port closed, nothing shown, lost card.
     void mainErrorHandler();
 

@@ -124,3 +124,47 @@ TEST(SerialLink, CardGoneWhileIdleIsAQuietNo) {
     EXPECT_TRUE(link.dialogs.asked().empty());
     EXPECT_TRUE(link.reactions.calls.isEmpty());
 }
+
+// Each cause this machine can produce for real, and the words the main window shows for it.
+TEST(SerialLink, EachFailureHasItsCauseInPlainWords) {
+    struct Case {
+        const char* name;
+        QStringList simArgs; // empty name: no card at all
+        bool holdPort;
+        LinkCause cause;
+        const char* words;
+    };
+    const Case cases[] = {
+        {"no device", {}, false, LinkCause::NoSuchDevice, "No device at "},
+        {"port held", {"--silent"}, true, LinkCause::HeldElsewhere, "is held by another program"},
+        {"silent card", {"--silent"}, false, LinkCause::CardSilent, "no card answered"},
+        {"another device",
+         {"--garble"},
+         false,
+         LinkCause::UnexpectedAnswer,
+         "not as the card does"},
+        {"card present", {}, false, LinkCause::None, ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const bool noCard = c.cause == LinkCause::NoSuchDevice;
+        test::SimProcess sim(c.simArgs);
+        ASSERT_TRUE(sim.started());
+        const QString device = noCard ? sim.dir() + "/nothing-here" : sim.link();
+        RealLink link(device);
+        SerialTransport holder(link.settings);
+        holder.setCommPort(7);
+        if (c.holdPort) holder.open();
+
+        EXPECT_EQ(link.fn.CardPresent(), c.cause == LinkCause::None);
+        const LinkFailure& f = link.fn.lastFailure();
+        EXPECT_EQ(f.cause, c.cause);
+        const QString words = describe(f, probeDevice(f.device));
+        if (*c.words) {
+            EXPECT_TRUE(words.contains(c.words)) << words.toStdString();
+            EXPECT_TRUE(words.contains(device)) << words.toStdString();
+        } else {
+            EXPECT_EQ(words, "");
+        }
+    }
+}

@@ -15,6 +15,7 @@ SessionBench::SessionBench(const SimLink::Card& card, const QString& storedPort)
     Platform p{link.host, link.port(), link.dialogs,
                *settings, dir.path(),  QRect(0, 0, 1280, 1024),
                1,         0,           0};
+    p.listPorts = [this] { return serialDevices; };
     session = std::make_unique<Session>(p);
     main = std::make_unique<Main>(*session);
 }

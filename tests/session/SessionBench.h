@@ -24,6 +24,8 @@ class SessionBench {
     std::unique_ptr<QtSettingsStore> settings;
     std::unique_ptr<Session> session;
     std::unique_ptr<Main> main;
+    // What the system lists as serial devices.
+    QList<SerialDevice> serialDevices;
 
     // Runs start-up; false when the start failed.
     bool start();

@@ -142,6 +142,24 @@ TEST(StartUp, ConnectWithoutCardSaysSoAndSavesNothing) {
     EXPECT_EQ(b.link.port().commPort(), 9);
     EXPECT_EQ(b.settings->get("StartUp", "PORT"), "");
     expectNoCard(b.frm());
+    EXPECT_TRUE(b.frm().lblReason.caption().startsWith("The port could not be used"))
+        << b.frm().lblReason.caption().toStdString();
+}
+
+// Beside the system's words, the main window says why: another program holds the port; once
+// the card is found there is nothing to explain.
+TEST(StartUp, AFailedConnectSaysWhy) {
+    SessionBench b({}, QString());
+    ASSERT_TRUE(b.start());
+    b.link.holdPort(true);
+    b.frm().cmdConnect.click();
+    EXPECT_EQ(b.link.dialogs.messages(), QStringList{"Check USB connection"});
+    EXPECT_TRUE(b.frm().lblReason.caption().contains("held by another program"))
+        << b.frm().lblReason.caption().toStdString();
+    b.link.holdPort(false);
+    b.frm().cmdConnect.click();
+    EXPECT_EQ(b.frm().cmdConnect.caption(), "Connected");
+    EXPECT_EQ(b.frm().lblReason.caption(), "");
 }
 
 TEST(StartUp, DisconnectAndExit) {

@@ -8,8 +8,10 @@
 #include "registers/ui/BitsFieldView.h"
 #include "registers/ui/FrmAD9888View.h"
 #include "registers/ui/FrmRLRegView.h"
+#include "registers/ui/FrmTransmitterView.h"
 #include "registers/ui/RegisterGridView.h"
 #include "resdb/ui/FrmInputBoxView.h"
+#include "session/ui/FrmPortsView.h"
 #include "session/ui/FrmStartView.h"
 #include "support/SimProcess.h"
 
@@ -39,6 +41,8 @@ FormWindow* startWithView(SessionBench& b) {
     views.add("frmInputBox", buildFrmInputBoxView);
     views.add("frmAD9888", buildFrmAD9888View);
     views.add("frmRLReg", buildFrmRLRegView);
+    views.add("frmPorts", buildFrmPortsView);
+    views.add("frmTransmitter", buildFrmTransmitterView);
     views.install(b.session->forms);
     if (!b.start()) return nullptr;
     return dynamic_cast<FormWindow*>(b.frm().view());
@@ -52,8 +56,10 @@ TEST(Views, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
     ASSERT_NE(startWithView(b), nullptr);
     Forms& forms = b.session->forms;
     forms.show("frmAD9888");
+    forms.show("frmTransmitter");
     forms.show("frmRLReg");
     forms.show("frmInputBox");
+    forms.show("frmPorts");
     const struct {
         const char* form;
         const char* title; // its start
@@ -61,7 +67,9 @@ TEST(Views, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
     } table[] = {{"frmStart", "Velmorak Software Version", "frmStart"},
                  {"frmInputBox", "Enter the Name", nullptr},
                  {"frmAD9888", "Velmorak Optimization", nullptr},
-                 {"frmRLReg", "Load / Read Register", "frmRLReg"}};
+                 {"frmTransmitter", "PanelLink Transmitter", nullptr},
+                 {"frmRLReg", "Load / Read Register", "frmRLReg"},
+                 {"frmPorts", "Serial Ports", "frmPorts"}};
     for (const auto& row : table) {
         SCOPED_TRACE(row.form);
         auto* view = dynamic_cast<FormWindow*>(forms.get(row.form)->view());
@@ -185,9 +193,12 @@ TEST(AccessibleWindows, EveryControlFoundByNameAndActionsReachTheLogic) {
     ASSERT_NE(startWithView(b), nullptr);
     Forms& forms = b.session->forms;
     forms.show("frmAD9888");
+    forms.show("frmTransmitter");
     forms.show("frmRLReg");
     forms.show("frmInputBox");
-    for (const char* window : {"frmStart", "frmAD9888", "frmRLReg", "frmInputBox"}) {
+    forms.show("frmPorts");
+    for (const char* window :
+         {"frmStart", "frmAD9888", "frmTransmitter", "frmRLReg", "frmInputBox", "frmPorts"}) {
         SCOPED_TRACE(window);
         Form* f = forms.get(window);
         ASSERT_NE(f, nullptr);
@@ -221,6 +232,16 @@ TEST(AccessibleWindows, EveryControlFoundByNameAndActionsReachTheLogic) {
     auto* rowRed = adTree.value("ucBitsField1(12)");
     ASSERT_NE(rowRed, nullptr);
     EXPECT_EQ(rowRed->text(QAccessible::Name).toStdString(), "Red Offset");
+    // Field rows are named without their indent; a slider's number says it is its value.
+    const auto txTree = accessibleControls(viewOf(*forms.get("frmTransmitter"))->window());
+    for (auto [control, name] : {std::pair{"ucBitsField1(9)", ": VEN"},
+                                 {"ucBitsField1(32)", ": DE_GEN"},
+                                 {"HScrl32", "DE_DLY [7:0]"},
+                                 {"txt33", "DE_DLY [7:0], value"}}) {
+        auto* i = txTree.value(control);
+        ASSERT_NE(i, nullptr) << control;
+        EXPECT_EQ(i->text(QAccessible::Name).toStdString(), name) << control;
+    }
 
     enum How { Press, Toggle, Value, Bit, Text };
     struct Act {
@@ -244,6 +265,9 @@ TEST(AccessibleWindows, EveryControlFoundByNameAndActionsReachTheLogic) {
         {"frmRLReg", "ucBitsFieldR", Bit, 7, 1},
         {"frmStart", "cmdSync", Press, 0, 1},
         {"frmAD9888", "txtPLLc", Text, 1400, 1},
+        {"frmTransmitter", "HScrl32", Value, 300, 1},
+        {"frmTransmitter", "ucBitsField1(22)", Bit, 4, 1},
+        {"frmTransmitter", "ucBitsField1(18)", Bit, 2, 0}, // a status bit: no click
     };
     for (const Act& a : acts) {
         SCOPED_TRACE(std::string(a.window) + "." + a.control);

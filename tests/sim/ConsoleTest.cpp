@@ -34,6 +34,8 @@ TEST(SimConsole, CommandsChangeTheCard) {
         {"source 800x600x60", "", [](auto& c) { return c.config().source->width == 800; }},
         {"source none", "", [](auto& c) { return !c.config().source; }},
         {"monitor off", "", [](auto& c) { return !c.config().monitorAttached; }},
+        {"garble on", "", [](auto& c) { return c.faults().garble; }},
+        {"garble off", "", [](auto& c) { return !c.faults().garble; }},
         {"reg 0x20 5 77", "reg 32 5 = 77", [](auto& c) { return c.registerValue(32, 5) == 77; }},
         {"reg 32 5", "reg 32 5 = 77", nullptr},
         {"short -2", "commands:", [](auto& c) { return c.faults().shortReply == -1; }},

@@ -1,11 +1,14 @@
 #include "forms/ui/QtDialogs.h"
 
+#include "platform/print/ReportCanvas.h"
+
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPrinterInfo>
 
 namespace velmorak {
 
@@ -102,6 +105,19 @@ QPrinter* QtDialogs::printer() {
 bool QtDialogs::printerDialog() {
     QPrintDialog dlg(printer(), owner());
     return dlg.exec() == QDialog::Accepted;
+}
+
+} // namespace velmorak
+
+namespace velmorak {
+
+ReportPrinter* QtDialogs::reportPrinter() {
+    if (!canvas_) canvas_ = std::make_unique<ReportCanvas>(*printer());
+    return canvas_.get();
+}
+
+int QtDialogs::printerCount() {
+    return int(QPrinterInfo::availablePrinters().size()) + 1;
 }
 
 } // namespace velmorak

@@ -11,6 +11,8 @@ class QPrinter;
 
 namespace velmorak {
 
+class ReportCanvas;
+
 // The real dialogs: message boxes, input boxes, file choosers and the printer set-up.
 class QtDialogs : public Dialogs {
   public:
@@ -26,6 +28,10 @@ class QtDialogs : public Dialogs {
     std::optional<QString> saveFileName(const QString& title, const QString& filter,
                                         const QString& suggested = QString()) override;
     bool printerDialog() override;
+    // A canvas over printer(); the dialog's choice (a printer, or a PDF file) is where it goes.
+    ReportPrinter* reportPrinter() override;
+    // The system's printers plus the PDF file that the print dialog always offers.
+    int printerCount() override;
 
     QPrinter* printer();
     // The window dialogs belong to when none of ours is active.
@@ -41,6 +47,7 @@ class QtDialogs : public Dialogs {
     QPointer<QWidget> parent_;
     QPrinter* printer_;
     std::unique_ptr<QPrinter> ownPrinter_;
+    std::unique_ptr<ReportCanvas> canvas_;
 };
 
 } // namespace velmorak

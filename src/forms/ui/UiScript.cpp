@@ -23,6 +23,8 @@
 #include <QRadioButton>
 #include <QStyle>
 #include <QStyleOptionButton>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QWidget>
 
 #include <cstdio>
@@ -212,6 +214,17 @@ UiScript::UiScript(Forms& forms, QStringList steps, std::function<bool()> busy)
         if (!view || !view->window() || !view->window()->isVisible()) return false;
         QMetaObject::invokeMethod(view->window(), &QWidget::close, Qt::QueuedConnection);
         return true;
+    });
+    addVerb(QStringLiteral("tab"), [this](const QStringList& a) {
+        auto* tabs = qobject_cast<QTabWidget*>(a.size() < 2 ? nullptr : usable(a[0]));
+        if (!tabs) return false;
+        const QString caption = a.mid(1).join(u' ');
+        for (int i = 0; i < tabs->count(); ++i)
+            if (tabs->tabText(i).remove(u'&') == caption && tabs->isTabEnabled(i)) {
+                clickAt(tabs->tabBar(), tabs->tabBar()->tabRect(i).center());
+                return true;
+            }
+        return false;
     });
     addVerb(QStringLiteral("quit"), [](const QStringList&) {
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);

@@ -23,6 +23,7 @@ class Forms;
 //   click <window>.<control>                            a mouse click on its widget; a menu pick
 //   type <window>.<control> <text>                      keys typed into a text box or list
 //   slide <window>.<control> <value>                    a scroll bar set as assistive tech does
+//   tab <window>.<control> <caption>                    a click on the tab of that caption
 //   answer <button text>                                press a button of the open message box
 //   close <window>                                      close a window as its title bar does
 //   quit                                                end the program

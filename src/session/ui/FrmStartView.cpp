@@ -61,6 +61,7 @@ QWidget* buildFrmStartView(Form& form) {
     portRow->addSpacing(12);
     portRow->addWidget(named(new QPushButton, "cmdConnect"));
     portRow->addWidget(named(new QPushButton, "cmdDisconnect"));
+    portRow->addWidget(named(new QPushButton, "cmdPorts"));
     portRow->addStretch();
     outer->addLayout(portRow);
 
@@ -106,6 +107,12 @@ QWidget* buildFrmStartView(Form& form) {
     outer->addStretch();
 
     auto* bottom = new QHBoxLayout;
+    // Why the card could not be reached, in plain words.
+    auto* reason = named(new QLabel, "lblReason");
+    reason->setWordWrap(true);
+    reason->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    reason->setAccessibleName(QObject::tr("Why the card could not be reached"));
+    bottom->addWidget(reason, 1);
     bottom->addStretch();
     bottom->addWidget(named(new QPushButton, "cmdExit"));
     outer->addLayout(bottom);

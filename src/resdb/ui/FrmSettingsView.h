@@ -1,0 +1,12 @@
+#pragma once
+
+class QWidget;
+
+namespace velmorak {
+
+class Form;
+
+// The drawing of the list of resolutions: menu, toolbar, pick list, grid and buttons.
+QWidget* buildFrmSettingsView(Form& form);
+
+} // namespace velmorak
