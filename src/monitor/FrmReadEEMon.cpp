@@ -27,7 +27,7 @@ QString hex(int v) {
 FrmReadEEMon::FrmReadEEMon(AppContext& ctx, QString appPath)
     : Form(QStringLiteral("frmReadEEMon")), c_(ctx), appPath_(std::move(appPath)) {
     setCaption(QStringLiteral("Read Monitor Info"));
-    move(0, 0, 900, 470);
+    move(0, 0, 960, 480);
     lblCS.setCaption(QStringLiteral("Control Sum"));
     lblDecoded.setCaption(QStringLiteral("Decoded:"));
     cmdDefault.setCaption(QStringLiteral("Load Default EDID for &DVI"));
@@ -65,8 +65,11 @@ void FrmReadEEMon::formLoad() {
     grTable.setFixedRows(1);
     grTable.setFixedCols(1);
     grTable.setTextMatrix(0, 0, QStringLiteral("Address"));
-    for (int c = 1; c <= 16; ++c)
+    grTable.setColWidth(0, 64);
+    for (int c = 1; c <= 16; ++c) {
         grTable.setTextMatrix(0, c, hex2(c - 1));
+        grTable.setColWidth(c, 30);
+    }
     readEdid();
     if (!isLoaded()) return;
     const bool connected = c_.st.Connected != 0;

@@ -59,8 +59,8 @@ QWidget* buildFrmReadEEMonView(Form& form, QPrinter* printer) {
 
     auto* table = named(new QTableWidget, "grTable");
     table->setAccessibleName(QObject::tr("Monitor data"));
-    table->horizontalHeader()->setDefaultSectionSize(34);
     table->verticalHeader()->setDefaultSectionSize(20);
+    table->setMinimumWidth(64 + 16 * 30 + 24);
     table->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     top->addWidget(table, 3);
 
@@ -98,7 +98,7 @@ QWidget* buildFrmReadEEMonView(Form& form, QPrinter* printer) {
     outer->addLayout(buttons);
 
     w->setCentralWidget(central);
-    w->resize(900, 470);
+    w->resize(960, 480);
     return w;
 }
 
