@@ -62,6 +62,8 @@ VirtualCard::VirtualCard(const CardConfig& config) : cfg_(config) {
     const char* sn = "L4821";
     std::copy(sn, sn + kLaserSerial, serial_.begin());
     monitor_ = defaultEdid(!cfg_.rgb);
+    display_ = monitor_;
+    fibre_ = monitor_;
     initData();
     applySource();
 }
@@ -228,6 +230,25 @@ void VirtualCard::setMonitorMemory(int offset, const QByteArray& bytes) {
         monitor_[offset + i] = bytes[i];
 }
 
+void VirtualCard::setDisplayEdid(const QByteArray& edid) {
+    display_ = edid.left(kMonitorSize);
+    display_.append(QByteArray(kMonitorSize - display_.size(), char(0xFF)));
+}
+
+// A Receiver reads its display afresh, a Transmitter takes what came over the fibre; with no
+// monitor behind the link there is nothing to take.
+QByteArray VirtualCard::refreshMonitor() {
+    if (!cfg_.monitorAttached) return "NO";
+    monitor_ = cfg_.receiver ? display_ : fibre_;
+    return "OK";
+}
+
+// A Receiver sends its monitor data on to the Transmitter.
+QByteArray VirtualCard::transmitMonitor() {
+    if (cfg_.receiver) fibre_ = monitor_;
+    return "OK";
+}
+
 void VirtualCard::setDataMemory(int address, const QByteArray& bytes) {
     for (int i = 0; i < bytes.size(); ++i)
         data_[(address + i) & (kDataSize - 1)] = bytes[i];
@@ -348,8 +369,8 @@ QByteArray VirtualCard::answer(const QByteArray& frame) {
     if (frame == "5USB")
         return QByteArray("5DVI") + static_cast<char>(cfg_.firmwareMajor) +
                static_cast<char>(cfg_.firmwareMinor);
-    if (frame.startsWith("CMDRRMON")) return head + (cfg_.monitorAttached ? "OK" : "NO");
-    if (frame.startsWith("CMDRTMIN")) return head + "OK";
+    if (frame.startsWith("CMDRRMON")) return head + refreshMonitor();
+    if (frame.startsWith("CMDRTMIN")) return head + transmitMonitor();
     if (key == "PARR" && frame.size() >= 6) return head + paramBlock();
     if (key == "RDEE" && frame.size() >= 6) {
         const QByteArray data = readEE(at(frame, 4), at(frame, 5));

@@ -103,6 +103,12 @@ class VirtualCard {
     QByteArray monitorMemory() const;
     QByteArray dataMemory(int address, int count) const;
     void setMonitorMemory(int offset, const QByteArray& bytes);
+    // The EDID of the display behind the card, which "CMDRRMON" reads into the monitor memory
+    // of a Receiver; a Transmitter takes the fibre's copy instead.
+    QByteArray displayEdid() const { return display_; }
+    void setDisplayEdid(const QByteArray& edid);
+    // The monitor data that came over the fibre: a Receiver's "CMDRTMIN" sends its memory.
+    QByteArray fibreEdid() const { return fibre_; }
     void setDataMemory(int address, const QByteArray& bytes);
 
     // Register numbers that keep their value on writes.
@@ -118,6 +124,8 @@ class VirtualCard {
     QByteArray readRegisters(int chip, int reg, int count) const;
     void applySource();
     void applyLaserChip();
+    QByteArray refreshMonitor();
+    QByteArray transmitMonitor();
     void initData();
 
     CardConfig cfg_;
@@ -127,6 +135,8 @@ class VirtualCard {
     std::array<quint8, kLaserImage> laser_{};
     std::array<quint8, kLaserSerial> serial_{};
     QByteArray monitor_;
+    QByteArray display_;
+    QByteArray fibre_;
     QByteArray data_;
     std::optional<SyncCounts> measured_;
     std::map<int, int> paramHeld_;

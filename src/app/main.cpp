@@ -14,6 +14,7 @@
 #include "laser/ui/LaserViews.h"
 #include "link/SerialDevices.h"
 #include "link/SerialTransport.h"
+#include "monitor/ui/FrmReadEEMonView.h"
 #include "monitor/ui/FrmReadEEPresetsView.h"
 #include "platform/AppFolder.h"
 #include "platform/Host.h"
@@ -151,6 +152,8 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("imCardPinout"), buildImCardPinoutView);
     views.add(QStringLiteral("frmMem_card"), buildFrmMemCardView);
     setWindowPrinter(formWindowPrinter([&dialogs] { return dialogs.printer(); }));
+    views.add(QStringLiteral("frmReadEEMon"),
+              [&dialogs](Form& f) { return buildFrmReadEEMonView(f, dialogs.printer()); });
     views.install(session.forms);
 
     Main loop(session);

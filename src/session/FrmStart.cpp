@@ -4,6 +4,7 @@
 #include "link/ParamBlock.h"
 #include "link/Transport.h"
 #include "link/ValueHelpers.h"
+#include "monitor/MonitorFileImport.h"
 #include "platform/Settings.h"
 #include "resdb/Database.h"
 #include "resdb/RezLookup.h"
@@ -103,13 +104,16 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
     mnuCardMemory.onClick.connect([this] { showWindow(QStringLiteral("frmMem_card")); });
     mnuReadMonInfo.onClick.connect([this] {
         if (!s_.forms.isRegistered(QStringLiteral("frmReadEEMon"))) return;
+        setEnabled(false);
         showWindow(QStringLiteral("frmWait"));
         showWindow(QStringLiteral("frmReadEEMon"));
         s_.forms.unload(QStringLiteral("frmWait"));
+        setEnabled(true);
     });
     mnuAutoPresets.onClick.connect([this] { AutoPresets(s_, *this).load(); });
     mnuDBversion.onClick.connect([this] { AutoPresets(s_, *this).showVersion(); });
     mnuReadAutopresets.onClick.connect([this] { AutoPresets(s_, *this).readMemory(); });
+    mnuFile2Mem.onClick.connect([this] { importMonitorFile(s_.context, txtMsg); });
 }
 
 void FrmStart::buildMenus() {

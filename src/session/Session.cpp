@@ -8,6 +8,7 @@
 #include "laser/FrmLaserOmron.h"
 #include "link/LinkFailure.h"
 #include "link/Transport.h"
+#include "monitor/FrmReadEEMon.h"
 #include "monitor/FrmReadEEPresets.h"
 #include "registers/FrmAD9888.h"
 #include "registers/FrmRLReg.h"
@@ -67,6 +68,9 @@ Session::Session(const Platform& p)
                        [this] { return std::make_unique<ImCardPinout>(context); });
     forms.registerForm(QStringLiteral("frmMem_card"),
                        [this] { return std::make_unique<FrmMemCard>(context); });
+    forms.registerForm(QStringLiteral("frmReadEEMon"), [this] {
+        return std::make_unique<FrmReadEEMon>(context, platform.appPath);
+    });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, db(), [this](const QByteArray& block) { return findRezName(block); });
