@@ -87,7 +87,7 @@ TEST(Views, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
     QStringList menus;
     for (QAction* a : w->menuBar()->actions())
         menus << a->text();
-    EXPECT_EQ(menus, (QStringList{"&File", "&Settings", "&View", "&Presets"}));
+    EXPECT_EQ(menus, (QStringList{"&File", "&Settings", "&View", "&Presets", "&Help"}));
 }
 
 // Keys typed anywhere in the window reach the window's logic first.
