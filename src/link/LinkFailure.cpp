@@ -14,6 +14,8 @@ namespace velmorak {
 
 DeviceAccess probeDevice(const QString& path) {
     DeviceAccess a;
+    // A port without a path (the in-process card) is judged by its error alone.
+    if (path.isEmpty()) return {true, true, {}, true};
     const QFileInfo info(path);
     a.exists = info.exists();
     if (!a.exists) return a;

@@ -31,6 +31,7 @@ struct DeviceAccess {
     QString group;        // the device file's group
     bool inGroup = false; // this process is a member of it
 };
+// An empty path (a port that is not a device file) counts as present and usable.
 DeviceAccess probeDevice(const QString& path);
 
 // The cause of a port that would not open, from the device itself and the port's own error.

@@ -156,11 +156,7 @@ void ModFunctions::noteFailure(LinkCause cause, const QString& detail) {
 
 void ModFunctions::notePortError(const PortError& e) {
     const QString text = QString::fromStdString(e.what());
-    const QString device = port_.deviceName();
-    // A port without a path (the in-process card) is judged by its error alone.
-    const DeviceAccess access =
-        device.isEmpty() ? DeviceAccess{true, true, {}, true} : probeDevice(device);
-    noteFailure(openFailureCause(access, e.fault, text), text);
+    noteFailure(openFailureCause(probeDevice(port_.deviceName()), e.fault, text), text);
 }
 
 // The error handler shared by the link functions.

@@ -120,8 +120,7 @@ void Session::lostCardSettings(bool disableEditors) {
 void Session::showLinkReason(bool lost) {
     if (!forms.isLoaded(QStringLiteral("frmStart"))) return;
     const LinkFailure& f = fn.lastFailure();
-    QString text = describe(f, f.device.isEmpty() ? DeviceAccess{true, true, {}, true}
-                                                  : probeDevice(f.device));
+    QString text = describe(f, probeDevice(f.device));
     if (lost)
         text = QStringLiteral("The card was lost at %1. %2")
                    .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), text)
