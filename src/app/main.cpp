@@ -1,5 +1,6 @@
 // The tool: real clock, serial port, dialogs and settings around the session.
 #include "session/Main.h"
+#include "adjust/ui/TestViews.h"
 #include "cardinfo/CapturePrint.h"
 #include "cardinfo/ui/CardInfoViews.h"
 #include "cardinfo/ui/PrintWindow.h"
@@ -151,6 +152,9 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmStatus"), buildFrmStatusView);
     views.add(QStringLiteral("imCardPinout"), buildImCardPinoutView);
     views.add(QStringLiteral("frmMem_card"), buildFrmMemCardView);
+    views.add(QStringLiteral("frmTest"), buildFrmTestView);
+    views.add(QStringLiteral("frmTestC"), buildFrmTestBarsView);
+    views.add(QStringLiteral("frmTestG"), buildFrmTestBarsView);
     setWindowPrinter(formWindowPrinter([&dialogs] { return dialogs.printer(); }));
     views.add(QStringLiteral("frmReadEEMon"),
               [&dialogs](Form& f) { return buildFrmReadEEMonView(f, dialogs.printer()); });
