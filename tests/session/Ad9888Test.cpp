@@ -47,15 +47,6 @@ TEST(Ad9888, OpensWithTheChipRead) {
     EXPECT_EQ(b.st().ChipBase, 32);
 }
 
-TEST(Ad9888, WithoutCardTheButtonsAreOff) {
-    SessionBench b({}, QString());
-    FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
-    EXPECT_TRUE(b.link.sent().isEmpty());
-    EXPECT_FALSE(f.cmdRead.enabled() || f.cmdLoad.enabled());
-    f.mnuLoad.click();
-    EXPECT_EQ(b.link.dialogs.messages(), QStringList{"No USB connection"});
-}
-
 // Block B fails: the rows up to 17H are updated, the verdict is Failure, and load-on-change
 // stays dead although the box is ticked.
 TEST(Ad9888, ReadWithOnlyTheFirstBlock) {
