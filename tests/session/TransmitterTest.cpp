@@ -2,6 +2,7 @@
 #include "SessionBench.h"
 
 #include "registers/FrmTransmitter.h"
+#include "registers/MapForm.h"
 #include "resdb/Database.h"
 #include "sim/VirtualCard.h"
 
@@ -17,14 +18,6 @@ constexpr int kTx = 96;
 // The frame of a single register write, in hex.
 QString regWrite(int reg, int value) {
     return velmorak::test::hexOf(QByteArray("WREE") + char(kTx) + char(reg) + char(value));
-}
-
-// Cell backgrounds, bit 7 first: H hidden, F button face, W editable, Y read back.
-std::string backs(const UcBitsField& f) {
-    std::string s;
-    for (int i = 7; i >= 0; --i)
-        s += "HFWY"[int(f.txtBitBack(i))];
-    return s;
 }
 
 } // namespace
