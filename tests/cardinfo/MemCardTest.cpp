@@ -12,14 +12,10 @@ using velmorak::test::SessionBench;
 
 namespace {
 
-FrmMemCard& open(SessionBench& b) {
-    return dynamic_cast<FrmMemCard&>(b.session->forms.show("frmMem_card"));
-}
-
 FrmMemCard& reopen(SessionBench& b) {
     b.session->forms.unload("frmMem_card");
     b.session->forms.collect();
-    return open(b);
+    return b.open<FrmMemCard>("frmMem_card");
 }
 
 // Frames as hex: a data memory read or write at an address.
@@ -33,7 +29,7 @@ QString readAt(int count, int address) {
 QString writeAt(int address, const QByteArray& data) {
     QByteArray f = QByteArray("WRDB") + char(0xA6) + char(0x42) + char(address >> 8) +
                    char(address & 0xFF) + data;
-    return QString::fromLatin1(f.toHex(' ')).toUpper();
+    return test::hexOf(f);
 }
 
 QByteArray blanks(const char* s, int n) {
@@ -80,9 +76,7 @@ TEST(CardMemory, CountersFromKnownBytes) {
 
 TEST(CardMemory, LoadShowsTheProductionRecordReadOnly) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    b.link.clearTrace();
-    FrmMemCard& f = open(b);
+    FrmMemCard& f = b.open<FrmMemCard>("frmMem_card");
     EXPECT_EQ(f.caption(), "Card Memory");
     EXPECT_EQ(f.lblCapture.caption(), "Card Information");
     EXPECT_EQ(f.txtPartN.text(), "VK-4410-TX");
@@ -110,8 +104,7 @@ TEST(CardMemory, LoadShowsTheProductionRecordReadOnly) {
 
 TEST(CardMemory, ServiceChordsOpenTheSectionAndClear) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmMemCard& f = open(b);
+    FrmMemCard& f = b.open<FrmMemCard>("frmMem_card");
     const int h = f.height();
     EXPECT_FALSE(f.previewKey(Qt::Key_K, Qt::NoModifier));
     EXPECT_FALSE(f.txtPartN.enabled());
@@ -128,8 +121,7 @@ TEST(CardMemory, ServiceChordsOpenTheSectionAndClear) {
     // The letters are settings.
     SessionBench c;
     c.settings->save("frmMem_card", "ServiceKey", "q");
-    ASSERT_TRUE(c.start());
-    FrmMemCard& g = open(c);
+    FrmMemCard& g = c.open<FrmMemCard>("frmMem_card");
     EXPECT_FALSE(g.previewKey(Qt::Key_K, Qt::ShiftModifier));
     EXPECT_TRUE(g.previewKey(Qt::Key_Q, Qt::ShiftModifier));
     EXPECT_TRUE(g.txtPartN.enabled());
@@ -137,8 +129,7 @@ TEST(CardMemory, ServiceChordsOpenTheSectionAndClear) {
 
 TEST(CardMemory, UnchangedOrRefusedApplyWritesNothing) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmMemCard& f = open(b);
+    FrmMemCard& f = b.open<FrmMemCard>("frmMem_card");
     service(f);
     b.link.clearTrace();
     f.cmdApplyMem.click();
@@ -180,8 +171,7 @@ TEST(CardMemory, EachFieldRoundTripsThroughTheCard) {
     for (const Row& r : rows) {
         SCOPED_TRACE(r.typed);
         SessionBench b;
-        ASSERT_TRUE(b.start());
-        FrmMemCard& f = open(b);
+        FrmMemCard& f = b.open<FrmMemCard>("frmMem_card");
         service(f);
         edit(f, f.control<TextBox>(r.box), r.typed);
         b.link.clearTrace();
@@ -198,8 +188,7 @@ TEST(CardMemory, EachFieldRoundTripsThroughTheCard) {
 
 TEST(CardMemory, PartNumberEdges) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmMemCard& f = open(b);
+    FrmMemCard& f = b.open<FrmMemCard>("frmMem_card");
     service(f);
     // Exactly 30 characters: no padding on the wire.
     const QString thirty = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123";
@@ -226,8 +215,7 @@ TEST(CardMemory, PartNumberEdges) {
 
 TEST(CardMemory, RepairRecordAddedThenCleared) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmMemCard& f = open(b);
+    FrmMemCard& f = b.open<FrmMemCard>("frmMem_card");
     service(f);
     const QString what =
         "Replaced the laser driver and both fibre ports; fan cleaned, firmware 2.06 loaded";
@@ -304,8 +292,7 @@ TEST(CardMemory, RepairTableReadingRules) {
         SessionBench b;
         for (const auto& [addr, bytes] : r.memory)
             b.link.card().setDataMemory(addr, bytes);
-        ASSERT_TRUE(b.start());
-        FrmMemCard& f = open(b);
+        FrmMemCard& f = b.open<FrmMemCard>("frmMem_card");
         ASSERT_EQ(f.grRepair.rows(), r.rows.size() + 1);
         for (int i = 0; i < r.rows.size(); ++i) {
             EXPECT_EQ(f.grRepair.textMatrix(i + 1, 0), r.rows[i]);
@@ -318,17 +305,14 @@ TEST(CardMemory, RepairTableReadingRules) {
 TEST(CardMemory, FullTableStopsAtPage14) {
     SessionBench b;
     b.link.card().setDataMemory(0x500, QByteArray(0x0F00 - 0x500, 'A'));
-    ASSERT_TRUE(b.start());
-    b.link.clearTrace();
-    FrmMemCard& f = open(b);
+    FrmMemCard& f = b.open<FrmMemCard>("frmMem_card");
     EXPECT_EQ(f.grRepair.rows(), 1 + 39);
     EXPECT_EQ(b.link.sent().last(), readAt(32, 0x0EC0));
 }
 
 TEST(CardMemory, ACardThatStopsAnswering) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmMemCard& f = open(b);
+    FrmMemCard& f = b.open<FrmMemCard>("frmMem_card");
     service(f);
     b.link.silent(true);
     edit(f, f.txtPartN, "VK-1");

@@ -7,11 +7,9 @@
 #include "cardinfo/ui/CardInfoViews.h"
 #include "cardinfo/ui/CardWidgets.h"
 #include "forms/ui/FormWindow.h"
+#include "support/DrawnWindows.h"
 
-#include <QAccessible>
-#include <QAction>
 #include <QCoreApplication>
-#include <QLabel>
 #include <QMouseEvent>
 #include <gtest/gtest.h>
 
@@ -20,20 +18,11 @@ using velmorak::test::SessionBench;
 
 namespace {
 
-struct Bench : SessionBench {
-    Bench() {
-        views.add("frmStatus", buildFrmStatusView);
-        views.add("imCardPinout", buildImCardPinoutView);
-        views.add("frmMem_card", buildFrmMemCardView);
-        views.install(session->forms);
-    }
-    FormWindow* show(const QString& name) {
-        auto* v = dynamic_cast<FormWindow*>(session->forms.show(name).view());
-        QCoreApplication::processEvents();
-        return v;
-    }
-    ViewRegistry views;
-};
+void drawCardInfo(SessionBench& b) {
+    test::drawWindows(b.session->forms, {{"frmStatus", buildFrmStatusView},
+                                         {"imCardPinout", buildImCardPinoutView},
+                                         {"frmMem_card", buildFrmMemCardView}});
+}
 
 void press(QWidget* w, QPoint at) {
     QMouseEvent e(QEvent::MouseButtonPress, at, w->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
@@ -44,38 +33,21 @@ void press(QWidget* w, QPoint at) {
 } // namespace
 
 TEST(CardInfoViews, EveryControlBoundAndNamed) {
-    Bench b;
-    ASSERT_TRUE(b.start());
+    SessionBench b;
+    drawCardInfo(b);
     for (const char* name : {"frmStatus", "imCardPinout", "frmMem_card"}) {
         SCOPED_TRACE(name);
-        FormWindow* v = b.show(name);
-        ASSERT_NE(v, nullptr);
-        EXPECT_EQ(v->binding().report(), QStringList());
-        Form& f = *b.session->forms.get(name);
-        for (Control* c : f.controls()) {
-            if (!c->visual()) continue;
-            QObject* o = v->binding().boundTo(c->fullName());
-            ASSERT_NE(o, nullptr) << c->fullName().toStdString();
-            if (auto* w = qobject_cast<QWidget*>(o)) {
-                EXPECT_EQ(w->accessibleDescription(), c->fullName());
-                QAccessibleInterface* a = QAccessible::queryAccessibleInterface(w);
-                ASSERT_NE(a, nullptr);
-                // A label's name is its caption, which may be empty until the card speaks.
-                if (!qobject_cast<QLabel*>(w)) {
-                    EXPECT_FALSE(a->text(QAccessible::Name).isEmpty())
-                        << c->fullName().toStdString();
-                }
-            }
-        }
+        test::expectDrawnAndNamed(b.open<Form>(name));
     }
 }
 
 TEST(CardInfoViews, PressesOnTheDrawnSwitchAndPicture) {
-    Bench b;
-    ASSERT_TRUE(b.start());
-    FormWindow* v = b.show("frmStatus");
+    SessionBench b;
+    drawCardInfo(b);
+    auto& f = b.open<FrmStatus>("frmStatus");
+    FormWindow* v = test::drawnView(f);
     ASSERT_NE(v, nullptr);
-    auto& f = dynamic_cast<FrmStatus&>(*b.session->forms.get("frmStatus"));
+    QCoreApplication::processEvents();
     auto* sw = qobject_cast<SwitchView*>(v->binding().boundTo("ucSwitchDig2"));
     ASSERT_NE(sw, nullptr);
     // On slider 4: the row's zone, no tip.

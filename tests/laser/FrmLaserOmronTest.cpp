@@ -20,10 +20,6 @@ SimLink::Card newLaserCard() {
     return c;
 }
 
-FrmLaserOmron& open(SessionBench& b) {
-    return openLaser<FrmLaserOmron>(b, "frmLaserOmron");
-}
-
 const QByteArray kDefault = bytesOf({165, 61, 101, 69, 64, 86, 4, 100, 69, 64, 86, 4, 0});
 const QString kPowerMessage = "Reapply power of this card to reset the LASER";
 
@@ -31,9 +27,7 @@ const QString kPowerMessage = "Reapply power of this card to reset the LASER";
 
 TEST(FrmLaserOmron, OpensWithTheStreamOfTheCard) {
     SessionBench b(newLaserCard());
-    ASSERT_TRUE(b.start());
-    b.link.clearTrace();
-    FrmLaserOmron& f = open(b);
+    FrmLaserOmron& f = b.open<FrmLaserOmron>("frmLaserOmron");
     EXPECT_EQ(f.caption(), "Omron Laser Driver ");
     EXPECT_EQ(b.link.sent(), (QStringList{"52 44 45 45 40 FF", "52 44 45 45 58 FF"}));
     EXPECT_EQ(f.buildImage(), kDefault);
@@ -52,8 +46,7 @@ TEST(FrmLaserOmron, OpensWithTheStreamOfTheCard) {
 
 TEST(FrmLaserOmron, EachTabShowsItsOneFrame) {
     SessionBench b(newLaserCard());
-    ASSERT_TRUE(b.start());
-    FrmLaserOmron& f = open(b);
+    FrmLaserOmron& f = b.open<FrmLaserOmron>("frmLaserOmron");
     EXPECT_EQ(f.TabStrip1.tabs().size(), 5);
     EXPECT_EQ(f.TabStrip1.toolTipText(), "Addresses ");
     for (int tab = 5; tab >= 1; --tab) {
@@ -67,8 +60,7 @@ TEST(FrmLaserOmron, EachTabShowsItsOneFrame) {
 // Channel 1's currents share byte 5: each keeps the other's half, in the carrier and the piece.
 TEST(FrmLaserOmron, SplitCurrentsKeepEachOther) {
     SessionBench b(newLaserCard());
-    ASSERT_TRUE(b.start());
-    FrmLaserOmron& f = open(b);
+    FrmLaserOmron& f = b.open<FrmLaserOmron>("frmLaserOmron");
     f.currentBar(1, Current::IMAX).setValue(32);
     EXPECT_EQ(f.buildImage().mid(4, 3), bytesOf({64, 80, 4}));
     EXPECT_EQ(f.currentText(1, Current::IMAX).text(), "32");
@@ -93,8 +85,7 @@ TEST(FrmLaserOmron, CurrentTextBoxes) {
                           Case{"", "", 0}, Case{"1x2", "12", 12}}) {
         SCOPED_TRACE(c.typed);
         SessionBench b(newLaserCard());
-        ASSERT_TRUE(b.start());
-        FrmLaserOmron& f = open(b);
+        FrmLaserOmron& f = b.open<FrmLaserOmron>("frmLaserOmron");
         TextBox& box = f.currentText(0, Current::IMIN);
         box.setText("");
         if (c.typed[0] == '=')
@@ -109,8 +100,7 @@ TEST(FrmLaserOmron, CurrentTextBoxes) {
 
 TEST(FrmLaserOmron, RowsMergeIntoTheirCarrier) {
     SessionBench b(newLaserCard());
-    ASSERT_TRUE(b.start());
-    FrmLaserOmron& f = open(b);
+    FrmLaserOmron& f = b.open<FrmLaserOmron>("frmLaserOmron");
     f.rows(1).click(4);
     EXPECT_EQ(f.rows(0).ReadByte(), 165 + 16);
     EXPECT_EQ(f.control<Grid>("FlexGr0").row(), 2);
@@ -141,8 +131,7 @@ TEST(FrmLaserOmron, LoadComparesSixBytesAndAlwaysAsksForPower) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         SessionBench b(newLaserCard());
-        ASSERT_TRUE(b.start());
-        FrmLaserOmron& f = open(b);
+        FrmLaserOmron& f = b.open<FrmLaserOmron>("frmLaserOmron");
         b.link.card().setRefusedRegister(64, c.refused);
         c.edit(f);
         const QByteArray image = f.buildImage();
@@ -167,7 +156,7 @@ TEST(FrmLaserOmron, BlankCardGetsTheDefaultsInTheWindowOnly) {
     ASSERT_TRUE(b.start());
     setCardLaser(b, QByteArray(13, '\0'));
     b.link.clearTrace();
-    FrmLaserOmron& f = open(b);
+    FrmLaserOmron& f = b.open<FrmLaserOmron>("frmLaserOmron");
     EXPECT_EQ(f.buildImage(), kDefault);
     EXPECT_EQ(b.sentCount("57 52 45 45"), 0);
     EXPECT_TRUE(f.cmdLoad.enabled() && f.cmdRead.enabled());
@@ -176,8 +165,7 @@ TEST(FrmLaserOmron, BlankCardGetsTheDefaultsInTheWindowOnly) {
 
 TEST(FrmLaserOmron, ReadTakesEveryByteUnderItsMasks) {
     SessionBench b(newLaserCard());
-    ASSERT_TRUE(b.start());
-    FrmLaserOmron& f = open(b);
+    FrmLaserOmron& f = b.open<FrmLaserOmron>("frmLaserOmron");
     setCardLaser(b, QByteArray(13, char(0xFF)));
     f.cmdRead.click();
     QByteArray want(12, char(0xFF));
@@ -191,8 +179,7 @@ TEST(FrmLaserOmron, ReadTakesEveryByteUnderItsMasks) {
 
 TEST(FrmLaserOmron, WithoutCardOnlyDefaultsWork) {
     SessionBench b({}, QString());
-    ASSERT_TRUE(b.start());
-    FrmLaserOmron& f = open(b);
+    FrmLaserOmron& f = b.open<FrmLaserOmron>("frmLaserOmron");
     EXPECT_FALSE(f.cmdLoad.enabled() || f.cmdRead.enabled());
     f.cmdDefault.click();
     EXPECT_EQ(f.buildImage(), kDefault);

@@ -13,10 +13,6 @@ using namespace velmorak::test;
 
 namespace {
 
-FrmLaser& open(SessionBench& b) {
-    return openLaser<FrmLaser>(b, "frmLaser");
-}
-
 // The grid text of a row's "Control" cell.
 QString controlText(FrmLaser& f, int row) {
     return f.FlexGrP.textMatrix(row + 1, 3);
@@ -33,9 +29,7 @@ const QByteArray kCardImage = bytesOf({9, 13, 24, 15, 144, 255, 15, 159});
 
 TEST(FrmLaser, OpensWithTheCardsRegistersAndSerial) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    b.link.clearTrace();
-    FrmLaser& f = open(b);
+    FrmLaser& f = b.open<FrmLaser>("frmLaser");
     EXPECT_EQ(f.caption(), "Laser Driver ");
     EXPECT_EQ(b.link.sent(), (QStringList{"52 44 45 45 40 FF", "52 44 45 45 58 FF"}));
     EXPECT_EQ(f.buildImage(), kCardImage);
@@ -74,8 +68,7 @@ TEST(FrmLaser, OpensWithTheCardsRegistersAndSerial) {
 
 TEST(FrmLaser, WithoutCardTheTableIsUnsetAndTheLinkButtonsOff) {
     SessionBench b({}, QString());
-    ASSERT_TRUE(b.start());
-    FrmLaser& f = open(b);
+    FrmLaser& f = b.open<FrmLaser>("frmLaser");
     EXPECT_TRUE(b.link.sent().isEmpty());
     EXPECT_FALSE(f.cmdLoad.enabled() || f.cmdRead.enabled());
     EXPECT_EQ(f.SavedImage, QByteArray(1, '\0'));
@@ -96,7 +89,7 @@ TEST(FrmLaser, CurrentsAndTheRangeOffset) {
     SessionBench b;
     ASSERT_TRUE(b.start());
     setCardLaser(b, bytesOf({9, 64 + 13, 24, 15, 144, 255, 15, 159}));
-    FrmLaser& f = open(b);
+    FrmLaser& f = b.open<FrmLaser>("frmLaser");
     EXPECT_EQ(f.control<TextBox>("txt2").text(), "7.10");
     EXPECT_EQ(controlText(f, 1), "High Range(5-15mA)");
     struct Step {
@@ -123,8 +116,7 @@ TEST(FrmLaser, CurrentsAndTheRangeOffset) {
 // A read keeps only the bits the masks let through; the scroll bars then write their fields.
 TEST(FrmLaser, ReadLosesTheMaskedBits) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmLaser& f = open(b);
+    FrmLaser& f = b.open<FrmLaser>("frmLaser");
     setCardLaser(b, QByteArray(8, char(0xFF)));
     f.cmdRead.click();
     EXPECT_EQ(f.rows(1).ReadByte(), 64);
@@ -162,8 +154,7 @@ TEST(FrmLaser, LoadComparesAllButTheTestBitAndTheEighthByte) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         SessionBench b;
-        ASSERT_TRUE(b.start());
-        FrmLaser& f = open(b);
+        FrmLaser& f = b.open<FrmLaser>("frmLaser");
         b.link.card().setRefusedRegister(64, c.refused);
         c.edit(f);
         const QByteArray image = f.buildImage();
@@ -188,8 +179,7 @@ TEST(FrmLaser, LoadComparesAllButTheTestBitAndTheEighthByte) {
 
 TEST(FrmLaser, ClearRegistersLoadsWithoutComparing) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmLaser& f = open(b);
+    FrmLaser& f = b.open<FrmLaser>("frmLaser");
     f.rows(7).click(4);
     EXPECT_EQ(f.rows(8).ReadByte(), 31);
     EXPECT_EQ(controlText(f, 7), "Clear Registers");
@@ -209,7 +199,7 @@ TEST(FrmLaser, DefaultsCopyAndRestoreStayInTheWindow) {
     SessionBench b;
     ASSERT_TRUE(b.start());
     setCardLaser(b, bytesOf({40, 77, 3, 0, 0, 0, 0, 0}));
-    FrmLaser& f = open(b);
+    FrmLaser& f = b.open<FrmLaser>("frmLaser");
     b.link.clearTrace();
     f.cmdDefault.click();
     EXPECT_EQ(f.buildImage(), bytesOf({9, 13, 24, 15, 16, 255, 15, 159}));
@@ -230,7 +220,7 @@ TEST(FrmLaser, BlankCardShowsTheDefaultsAndWritesNothing) {
     ASSERT_TRUE(b.start());
     setCardLaser(b, QByteArray(8, '\0'));
     b.link.clearTrace();
-    FrmLaser& f = open(b);
+    FrmLaser& f = b.open<FrmLaser>("frmLaser");
     EXPECT_EQ(f.buildImage(), bytesOf({9, 13, 24, 15, 16, 255, 15, 159}));
     EXPECT_EQ(b.sentCount("57 52 45 45"), 0);
 }
@@ -248,8 +238,7 @@ TEST(FrmLaser, SerialNumber) {
           Case{"a-b.1", "AB1", "00000", "AB121"}}) {
         SCOPED_TRACE(c.typed);
         SessionBench b;
-        ASSERT_TRUE(b.start());
-        FrmLaser& f = open(b);
+        FrmLaser& f = b.open<FrmLaser>("frmLaser");
         f.txtSerial.setText("");
         f.txtSerial.type(c.typed);
         EXPECT_EQ(f.txtSerial.text(), c.sent);
@@ -268,8 +257,7 @@ TEST(FrmLaser, SerialNumber) {
 
 TEST(FrmLaser, SerialBoxKeepsFiveCharacters) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmLaser& f = open(b);
+    FrmLaser& f = b.open<FrmLaser>("frmLaser");
     f.txtSerial.userEdit("ABCDEFG");
     EXPECT_EQ(f.txtSerial.text(), "L4821");
     f.txtSerial.userEdit("Z9");
@@ -278,13 +266,12 @@ TEST(FrmLaser, SerialBoxKeepsFiveCharacters) {
 
 TEST(FrmLaser, PositionIsSavedOnUnload) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmLaser& f = open(b);
+    FrmLaser& f = b.open<FrmLaser>("frmLaser");
     f.move(120, 80);
     f.mnuClose.click();
     EXPECT_FALSE(b.session->forms.isLoaded("frmLaser"));
     EXPECT_EQ(b.settings->get("frmLaser", "Layout", QString()), "120,80");
-    FrmLaser& again = open(b);
+    FrmLaser& again = b.open<FrmLaser>("frmLaser");
     EXPECT_EQ(again.left(), 120);
     EXPECT_EQ(again.top(), 80);
 }

@@ -9,10 +9,6 @@
 
 namespace velmorak::test {
 
-inline QString hexOf(const QByteArray& bytes) {
-    return QString::fromLatin1(bytes.toHex(' ').toUpper());
-}
-
 inline QByteArray bytesOf(std::initializer_list<int> v) {
     QByteArray out;
     for (int b : v)
@@ -31,10 +27,6 @@ inline QByteArray cardLaser(SessionBench& b, int count) {
 inline void setCardLaser(SessionBench& b, const QByteArray& image) {
     for (int i = 0; i < image.size(); ++i)
         b.link.setReg(64, i, quint8(image[i]));
-}
-
-template <class F> F& openLaser(SessionBench& b, const char* name) {
-    return dynamic_cast<F&>(b.session->forms.show(QString::fromLatin1(name)));
 }
 
 } // namespace velmorak::test

@@ -4,7 +4,6 @@
 #include "monitor/Edid.h"
 #include "sim/VirtualCard.h"
 
-#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 using namespace velmorak;
@@ -34,88 +33,28 @@ struct Expect {
     double refresh;
     const char* name;
     int extensions;
-    std::vector<int> checksums;
+    int sums[2]; // stored checksum of each block, -1: not checked
 };
 
+const char* const kAnalogue =
+    "Analogue, 0.700/0.300 V, separate sync, composite sync, sync on green, serration";
+
+// What, image; maker, product, serial; week, year, revision; digital, input; size in cm; pixel
+// clock, active lines; refresh; name; extension blocks; stored checksums.
 std::vector<Expect> images() {
+    // clang-format off
     return {
-        {"DVI",
-         defaultEdid(DefaultEdid::Dvi),
-         "VLM",
-         6404,
-         76319,
-         27,
-         2008,
-         3,
-         true,
-         "Digital",
-         38,
-         30,
-         108000,
-         1280,
-         1024,
-         60.02,
-         "Kestrel 19",
-         0,
-         {0x13}},
-        {"RGB",
-         defaultEdid(DefaultEdid::Rgb),
-         "VLM",
-         6404,
-         76319,
-         27,
-         2008,
-         3,
-         false,
-         "Analogue, 0.700/0.300 V, separate sync, composite sync, sync on green, serration",
-         38,
-         30,
-         108000,
-         1280,
-         1024,
-         60.02,
-         "Kestrel 19",
-         0,
-         {0x84}},
-        {"virtual card",
-         sim::VirtualCard::defaultEdid(false).left(128),
-         "KRV",
-         0x1780,
-         4711,
-         12,
-         2008,
-         3,
-         false,
-         "Analogue, 0.700/0.300 V, separate sync, composite sync, sync on green, serration",
-         34,
-         27,
-         108000,
-         1280,
-         1024,
-         60.02,
-         "KRV Luma17",
-         0,
-         {-1}},
-        {"Harrier 24",
-         harrier24(),
-         "HRR",
-         9240,
-         12345,
-         255,
-         2022,
-         4,
-         true,
-         "Digital, DVI, 8 bits per colour",
-         52,
-         32,
-         154000,
-         1920,
-         1200,
-         59.95,
-         "Harrier 24",
-         1,
+        {"DVI", defaultEdid(DefaultEdid::Dvi), "VLM", 6404, 76319, 27, 2008, 3, true, "Digital",
+         38, 30, 108000, 1280, 1024, 60.02, "Kestrel 19", 0, {0x13, -1}},
+        {"RGB", defaultEdid(DefaultEdid::Rgb), "VLM", 6404, 76319, 27, 2008, 3, false, kAnalogue,
+         38, 30, 108000, 1280, 1024, 60.02, "Kestrel 19", 0, {0x84, -1}},
+        {"virtual card", sim::VirtualCard::defaultEdid(false).left(128), "KRV", 0x1780, 4711, 12,
+         2008, 3, false, kAnalogue, 34, 27, 108000, 1280, 1024, 60.02, "KRV Luma17", 0, {-1, -1}},
+        {"Harrier 24", harrier24(), "HRR", 9240, 12345, 255, 2022, 4, true,
+         "Digital, DVI, 8 bits per colour", 52, 32, 154000, 1920, 1200, 59.95, "Harrier 24", 1,
          {0x41, 0xF7}},
     };
+    // clang-format on
 }
 
 } // namespace
@@ -184,45 +123,13 @@ TEST(Edid, DecodesTheFieldsAsRead) {
         EXPECT_NEAR(i.refreshHz(), e.refresh, 0.005);
         EXPECT_EQ(i.monitorName, e.name);
         EXPECT_EQ(i.extensions, e.extensions);
-        ASSERT_EQ(i.blocks.size(), e.checksums.size());
+        ASSERT_EQ(i.blocks.size(), size_t(e.extensions + 1));
         for (size_t k = 0; k < i.blocks.size(); ++k) {
             EXPECT_TRUE(i.blocks[k].ok()) << k;
-            if (e.checksums[k] >= 0) {
-                EXPECT_EQ(i.blocks[k].stored, e.checksums[k]) << k;
+            if (e.sums[k] >= 0) {
+                EXPECT_EQ(i.blocks[k].stored, e.sums[k]) << k;
             }
         }
-    }
-}
-
-// The same fields as edid-decode reports them.
-TEST(Edid, AgreesWithEdidDecode) {
-    for (const Expect& e : images()) {
-        SCOPED_TRACE(e.what);
-        const QString r = edidDecode(e.edid);
-        ASSERT_FALSE(r.isEmpty()) << "edid-decode is missing (scripts/install-deps)";
-        const EdidInfo i = decodeEdid(e.edid);
-        auto field = [&r](const char* pattern) {
-            const auto m = QRegularExpression(QString::fromLatin1(pattern)).match(r);
-            return m.hasMatch() ? m.captured(1) : QStringLiteral("<missing>");
-        };
-        EXPECT_EQ(field("Manufacturer: (\\S+)"), i.manufacturer);
-        EXPECT_EQ(field("Model: (\\d+)"), QString::number(i.productCode));
-        EXPECT_EQ(field("Serial Number: (\\d+)"), QString::number(i.serialNumber));
-        EXPECT_EQ(field("EDID Structure Version & Revision: (\\S+)"),
-                  QStringLiteral("%1.%2").arg(i.version).arg(i.revision));
-        if (i.week == 255)
-            EXPECT_EQ(field("Model year: (\\d+)"), QString::number(i.year));
-        else
-            EXPECT_EQ(field("Made in: (week \\d+ of \\d+)"),
-                      QStringLiteral("week %1 of %2").arg(i.week).arg(i.year));
-        EXPECT_EQ(r.contains("Digital display"), i.digital);
-        EXPECT_EQ(r.contains("Analog display"), !i.digital);
-        EXPECT_EQ(field("Maximum image size: (\\d+ cm x \\d+ cm)"),
-                  QStringLiteral("%1 cm x %2 cm").arg(i.widthCm).arg(i.heightCm));
-        EXPECT_EQ(field("Display Product Name: '([^']*)'"), i.monitorName);
-        EXPECT_EQ(field("DTD 1: +(\\d+x\\d+)"),
-                  QStringLiteral("%1x%2").arg(i.hActive).arg(i.vActive));
-        EXPECT_NEAR(field("DTD 1: +\\d+x\\d+ +([0-9.]+) Hz").toDouble(), i.refreshHz(), 1e-4);
     }
 }
 

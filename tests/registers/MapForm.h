@@ -4,6 +4,8 @@
 #include "registers/RegisterMap.h"
 #include "registers/RegisterWalker.h"
 
+#include <string>
+
 // A window holding what a register map needs: its grids and its array of rows, built.
 class MapForm : public velmorak::Form {
   public:
@@ -21,3 +23,11 @@ class MapForm : public velmorak::Form {
     }
     const velmorak::RegisterMap& map;
 };
+
+// Cell backgrounds of a row, bit 7 first: H hidden, F button face, W editable, Y read back.
+inline std::string backs(const velmorak::UcBitsField& f) {
+    std::string s;
+    for (int i = 7; i >= 0; --i)
+        s += "HFWY"[int(f.txtBitBack(i))];
+    return s;
+}

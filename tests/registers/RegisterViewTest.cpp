@@ -5,10 +5,7 @@
 #include "registers/ui/BitsFieldView.h"
 #include "registers/ui/RegisterGridView.h"
 #include "registers/ui/RegisterTabsView.h"
-#include "support/SimProcess.h"
 
-#include <QApplication>
-#include <QDir>
 #include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
@@ -59,21 +56,6 @@ TEST(RegisterTabs, RowsBindByNameBothWays) {
     EXPECT_FALSE(status->cell(6)->isEnabled());
     EXPECT_TRUE(status->cell(6)->styleSheet().contains(QStringLiteral("#ffffc0")));
     EXPECT_TRUE(status->cell(5)->styleSheet().contains(QStringLiteral("#808080")));
-}
-
-// Draws every tab to a PNG in the build folder, for a look by eye.
-TEST(RegisterTabs, RendersEachGrid) {
-    BoundTabs t;
-    spreadList(t.form.rows(), kAd9888Map, QString::fromLatin1(kAd9888Presets[2].list));
-    t.tabs->resize(700, 480);
-    t.tabs->show();
-    for (int i = 0; i < t.tabs->count(); ++i) {
-        t.tabs->setCurrentIndex(i);
-        QApplication::processEvents();
-        const QString file =
-            QDir(test::buildDir()).filePath(QStringLiteral("registers-tab%1.png").arg(i + 1));
-        ASSERT_TRUE(t.tabs->grab().save(file)) << file.toStdString();
-    }
 }
 
 } // namespace

@@ -8,14 +8,6 @@ using namespace velmorak;
 
 namespace {
 
-// Cell backgrounds, bit 7 first: H hidden, F button face, W editable, Y read back.
-std::string backs(const UcBitsField& f) {
-    std::string s;
-    for (int i = 7; i >= 0; --i)
-        s += "HFWY"[int(f.txtBitBack(i))];
-    return s;
-}
-
 std::vector<int> bytesOf(MapForm& form) {
     std::vector<int> out;
     for (auto& m : form.rows())

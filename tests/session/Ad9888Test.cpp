@@ -9,18 +9,11 @@
 #include <gtest/gtest.h>
 
 using namespace velmorak;
+using velmorak::test::hexOf;
 using velmorak::test::SessionBench;
 using velmorak::test::SimLink;
 
 namespace {
-
-FrmAD9888& openPanel(SessionBench& b) {
-    return dynamic_cast<FrmAD9888&>(b.session->forms.show("frmAD9888"));
-}
-
-QString hexOf(const QByteArray& bytes) {
-    return QString::fromLatin1(bytes.toHex(' ').toUpper());
-}
 
 // The frame of a single register write.
 QString regWrite(int reg, const QByteArray& data) {
@@ -36,9 +29,7 @@ void clickBit(FrmAD9888& f, int member, int bit) {
 
 TEST(Ad9888, OpensWithTheChipRead) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    b.link.clearTrace();
-    FrmAD9888& f = openPanel(b);
+    FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
     EXPECT_EQ(f.caption(), "Velmorak Optimization");
     EXPECT_EQ(b.link.sent(), (QStringList{"52 44 45 45 20 FF", "52 44 45 45 20 FE"}));
     int sum = 0;
@@ -56,22 +47,11 @@ TEST(Ad9888, OpensWithTheChipRead) {
     EXPECT_EQ(b.st().ChipBase, 32);
 }
 
-TEST(Ad9888, WithoutCardTheButtonsAreOff) {
-    SessionBench b({}, QString());
-    ASSERT_TRUE(b.start());
-    FrmAD9888& f = openPanel(b);
-    EXPECT_TRUE(b.link.sent().isEmpty());
-    EXPECT_FALSE(f.cmdRead.enabled() || f.cmdLoad.enabled());
-    f.mnuLoad.click();
-    EXPECT_EQ(b.link.dialogs.messages(), QStringList{"No USB connection"});
-}
-
 // Block B fails: the rows up to 17H are updated, the verdict is Failure, and load-on-change
 // stays dead although the box is ticked.
 TEST(Ad9888, ReadWithOnlyTheFirstBlock) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmAD9888& f = openPanel(b);
+    FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
     f.ChkChange.click();
     EXPECT_TRUE(f.LoadOnChange);
     b.link.setReg(32, 0x11, 0x5A);
@@ -102,8 +82,7 @@ TEST(Ad9888, LoadSendsTheBlockAndChecksTheFirstFourteen) {
                            Row{"refused 15H, unchecked", 0x15, true}}) {
         SCOPED_TRACE(row.name);
         SessionBench b;
-        ASSERT_TRUE(b.start());
-        FrmAD9888& f = openPanel(b);
+        FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
         b.link.card().setRefusedRegister(32, row.refused);
         clickBit(f, 6, 1);
         clickBit(f, 45, 7);
@@ -130,7 +109,7 @@ TEST(Ad9888, LoadOnChangeWritesRowByRow) {
     b.link.setReg(32, 0x0E, 0x40);
     b.link.setReg(32, 0x11, 0x5A);
     b.link.setReg(32, 0x16, 0xFE);
-    FrmAD9888& f = openPanel(b);
+    FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
     f.ChkChange.click();
     struct Row {
         int member, bit;
@@ -156,8 +135,7 @@ TEST(Ad9888, LoadOnChangeWritesRowByRow) {
 // writes.
 TEST(Ad9888, RowOneSendsRegisterTwoAsText) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmAD9888& f = openPanel(b);
+    FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
     f.ChkChange.click();
     f.ucBitsField1(2).WriteByte(208);
     f.ucBitsField1(1).WriteByte(104);
@@ -172,8 +150,7 @@ TEST(Ad9888, RowOneSendsRegisterTwoAsText) {
 
 TEST(Ad9888, SlidersAndLists) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmAD9888& f = openPanel(b);
+    FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
     const int m1 = f.byteOf(1), m2 = f.byteOf(2);
     f.HScrlPLL.userSetValue(4096);
     EXPECT_EQ(f.txtPLLc.text(), "4096");
@@ -216,8 +193,7 @@ TEST(Ad9888, SlidersAndLists) {
 
 TEST(Ad9888, DefaultsTakeTheListTextAsBytes) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmAD9888& f = openPanel(b);
+    FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
     b.link.clearTrace();
     f.cmdDefault.click();
     EXPECT_TRUE(b.link.sent().isEmpty());
@@ -237,8 +213,7 @@ TEST(Ad9888, DefaultsTakeTheListTextAsBytes) {
 // A preset with load-on-change ticked: the rows change without single writes, then one block.
 TEST(Ad9888, PresetWithLoadOnChange) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmAD9888& f = openPanel(b);
+    FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
     f.ChkChange.click();
     b.link.clearTrace();
     f.control<MenuItem>("mnuPreset4").fireClick();
@@ -297,7 +272,7 @@ TEST(Ad9888, SaveToBothTables) {
         b.session->DbRez->Execute(
             "INSERT INTO tblCustValues (NN, Name, NameSort, Vertical) VALUES (99, 'Cust only', "
             "'Cust only', 0)");
-        FrmAD9888& f = openPanel(b);
+        FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
         f.ucBitsField1(6).WriteByte(77);
         const SavedRow before = rowIn(b, "tblDefValues", row.typed);
         // The name dialog answers with a name and a description.
@@ -339,8 +314,7 @@ TEST(Ad9888, PresetListLoadsBothChips) {
         SessionBench b;
         for (int reg : {0x08, 0x09, 0x0A})
             b.link.setReg(32, reg, 100);
-        ASSERT_TRUE(b.start());
-        FrmAD9888& f = openPanel(b);
+        FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
         b.link.card().setRefusedRegister(96, row.refusedTx);
         f.cmdPreset.click();
         EXPECT_TRUE(f.lstPresets.visible());
@@ -386,8 +360,7 @@ TEST(Ad9888, SaveThatTheDatabaseRefuses) {
               "DROP TRIGGER full", 1}}) {
         SCOPED_TRACE(row.name);
         SessionBench b;
-        ASSERT_TRUE(b.start());
-        FrmAD9888& f = openPanel(b);
+        FrmAD9888& f = b.open<FrmAD9888>("frmAD9888");
         b.session->forms.registerForm("frmInputBox", [&b]() -> std::unique_ptr<Form> {
             b.st().SelRezName = "My panel";
             return std::make_unique<Form>("frmInputBox");

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 using namespace velmorak;
+using velmorak::test::hexOf;
 using velmorak::test::SessionBench;
 
 namespace {
@@ -62,10 +63,6 @@ QByteArray slotBytes(Database& db, const QString& name) {
     for (const char* f : fields)
         b.append(char(t.Fields(QString::fromLatin1(f)).Value().toInt()));
     return b;
-}
-
-QString hex(const QByteArray& b) {
-    return QString::fromLatin1(b.toHex(' ').toUpper());
 }
 
 QByteArray frame(const char* key, int hi, int lo, const QByteArray& data = {}) {
@@ -121,7 +118,7 @@ struct Bench {
     qint64 load() { return click(b.frm().mnuAutoPresets); }
     // Hex of the frames sent that begin with this keyword.
     QStringList frames(const char* key) const {
-        return b.link.sent().filter(QRegularExpression("^" + hex(key)));
+        return b.link.sent().filter(QRegularExpression("^" + hexOf(key)));
     }
     // The main window as it must be after every load, good or bad (the message is hidden once
     // it was shown).
@@ -146,11 +143,11 @@ TEST(AutoPresets, FullLoadOfTheSeedDatabase) {
     QStringList expected;
     for (const Slot& s : kSeedSlots) {
         const int hi = s.address >> 8, lo = s.address & 0xFF;
-        expected << hex(frame("WRDB", hi, lo, slotBytes(t.db(), s.name)))
-                 << hex(frame("RDDB", hi, lo));
+        expected << hexOf(frame("WRDB", hi, lo, slotBytes(t.db(), s.name)))
+                 << hexOf(frame("RDDB", hi, lo));
     }
-    expected << hex(frame("WRDB", 0x18, 0xE0, "UVersion 2.06 01/23/2009"))
-             << hex(frame("RDDB", 0x18, 0xE0));
+    expected << hexOf(frame("WRDB", 0x18, 0xE0, "UVersion 2.06 01/23/2009"))
+             << hexOf(frame("RDDB", 0x18, 0xE0));
     EXPECT_EQ(t.b.link.sent(), expected);
 
     // Bytes 29 and 30 of a slot are its height, low byte first.
@@ -204,7 +201,7 @@ TEST(AutoPresets, TwoRowsWithOneKeyAreIncompatible) {
                    "WHERE rowid = last_insert_rowid();");
     const qint64 took = t.load();
     EXPECT_EQ(t.frames("WRDB"),
-              QStringList{hex(frame("WRDB", 0x20, 0x20, slotBytes(t.db(), "800x600x56")))});
+              QStringList{hexOf(frame("WRDB", 0x20, 0x20, slotBytes(t.db(), "800x600x56")))});
     EXPECT_EQ(t.b.link.dialogs.messages(), (QStringList{kAsk, kIncompatible}));
     EXPECT_EQ(t.b.link.dataMemory(0x2020, 30), slotBytes(t.db(), "800x600x56"));
     EXPECT_EQ(t.progress, (QList<int>{1, 2}));
@@ -286,7 +283,7 @@ TEST(AutoPresets, DatabaseVersion) {
         t.click(t.b.frm().mnuDBversion);
         EXPECT_EQ(t.b.link.dialogs.messages(), QStringList{row.shown});
         EXPECT_EQ(t.b.link.sent(),
-                  row.reads ? QStringList{hex(frame("RDDB", 0x18, 0xE0))} : QStringList{});
+                  row.reads ? QStringList{hexOf(frame("RDDB", 0x18, 0xE0))} : QStringList{});
     }
 }
 

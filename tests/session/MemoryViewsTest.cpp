@@ -7,7 +7,7 @@
 #include "monitor/FrmReadEEPresets.h"
 #include "monitor/ui/FrmReadEEPresetsView.h"
 #include "session/ui/FrmStartView.h"
-#include "support/SimProcess.h"
+#include "support/DrawnWindows.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -16,14 +16,9 @@
 #include <gtest/gtest.h>
 
 using namespace velmorak;
-using velmorak::test::SessionBench;
+using namespace velmorak::test;
 
 namespace {
-
-FormWindow* viewOf(Forms& forms, const char* name) {
-    Form* f = forms.get(name);
-    return f ? dynamic_cast<FormWindow*>(f->view()) : nullptr;
-}
 
 // What assistive technology is told of a widget: its human name and its control's name.
 std::pair<QString, QString> told(QWidget* w) {
@@ -36,11 +31,9 @@ std::pair<QString, QString> told(QWidget* w) {
 
 TEST(MemoryViews, ProgressAndDumpAreDrawnAndNamed) {
     SessionBench b;
-    ViewRegistry views;
-    views.add("frmStart", buildFrmStartView);
-    views.add("frmWait", buildFrmWaitView);
-    views.add("frmReadEEPresets", buildFrmReadEEPresetsView);
-    views.install(b.session->forms);
+    drawWindows(b.session->forms, {{"frmStart", buildFrmStartView},
+                                   {"frmWait", buildFrmWaitView},
+                                   {"frmReadEEPresets", buildFrmReadEEPresetsView}});
     ASSERT_TRUE(b.start());
     Forms& forms = b.session->forms;
 
@@ -50,11 +43,8 @@ TEST(MemoryViews, ProgressAndDumpAreDrawnAndNamed) {
     EXPECT_EQ(std::make_pair(wait.left(), wait.top()), std::make_pair(220, 165));
     wait.ProgBar.setMax(32);
     wait.progress(7);
-    FormWindow* wv = viewOf(forms, "frmWait");
-    ASSERT_NE(wv, nullptr);
-    EXPECT_EQ(wv->binding().report().join("\n").toStdString(), "");
-    EXPECT_EQ(wv->window()->windowTitle(), "Please wait...");
-    auto* bar = wv->window()->findChild<QProgressBar*>("ProgBar");
+    expectDrawnAndNamed(wait, "Please wait...");
+    auto* bar = drawnView(wait)->window()->findChild<QProgressBar*>("ProgBar");
     ASSERT_NE(bar, nullptr);
     EXPECT_EQ(bar->maximum(), 32);
     EXPECT_EQ(bar->value(), 7);
@@ -65,11 +55,8 @@ TEST(MemoryViews, ProgressAndDumpAreDrawnAndNamed) {
 
     b.st().EEStartAddr = "&H20";
     Form& viewer = forms.show("frmReadEEPresets");
-    FormWindow* vv = viewOf(forms, "frmReadEEPresets");
-    ASSERT_NE(vv, nullptr);
-    EXPECT_EQ(vv->binding().report().join("\n").toStdString(), "");
-    EXPECT_EQ(vv->window()->windowTitle(), "Read Memory");
-    auto* grid = vv->window()->findChild<QTableWidget*>("grTable");
+    expectDrawnAndNamed(viewer, "Read Memory");
+    auto* grid = drawnView(viewer)->window()->findChild<QTableWidget*>("grTable");
     ASSERT_NE(grid, nullptr);
     EXPECT_EQ(grid->rowCount(), 33);
     EXPECT_EQ(grid->columnCount(), 33);
@@ -79,8 +66,6 @@ TEST(MemoryViews, ProgressAndDumpAreDrawnAndNamed) {
     EXPECT_EQ(grid->item(1, 1)->text(), "255"); // erased memory
     EXPECT_GT(grid->columnWidth(0), grid->columnWidth(1));
     EXPECT_EQ(told(grid), std::make_pair(QString("Memory"), QString("grTable")));
-    QApplication::processEvents();
-    EXPECT_TRUE(
-        vv->window()->grab().save(velmorak::test::buildDir() + "/tests/frmReadEEPresets.png"));
+    savePicture(viewer, "frmReadEEPresets");
     viewer.unload();
 }

@@ -14,10 +14,6 @@ using velmorak::test::SimLink;
 
 namespace {
 
-FrmSettings& openList(SessionBench& b) {
-    return dynamic_cast<FrmSettings&>(b.session->forms.show("frmSettings"));
-}
-
 void pick(FrmSettings& f, const QString& name) {
     const int i = f.cboPresets.indexOf(name);
     ASSERT_GE(i, 0) << name.toStdString();
@@ -80,7 +76,7 @@ TEST(PresetList, OpensWithTheCardsResolution) {
         ASSERT_TRUE(b.start());
         if (!row.connect) b.frm().cmdDisconnect.click();
         b.link.shortReplies(row.shortReply);
-        FrmSettings& f = openList(b);
+        FrmSettings& f = b.open<FrmSettings>("frmSettings");
         EXPECT_EQ(f.caption(), "List of Resolutions");
         EXPECT_EQ(f.cboPresets.listCount(), 25);
         EXPECT_EQ(f.cboPresets.text().toStdString(), row.selected);
@@ -101,7 +97,7 @@ TEST(PresetList, GridHoldsItsCursorWhileOpen) {
     SessionBench b;
     ASSERT_TRUE(b.start());
     sql(b, "UPDATE tblDefValues SET Mark = 'D' WHERE Name = '800x600x56';");
-    FrmSettings& f = openList(b);
+    FrmSettings& f = b.open<FrmSettings>("frmSettings");
     EXPECT_EQ(f.DBGrid1.rows(), 25); // header + 24 live rows
     EXPECT_EQ(f.DBGrid1.cols(), 36); // Name, Description, 34 registers
     EXPECT_EQ(f.DBGrid1.textMatrix(0, 0), "Name");
@@ -127,8 +123,7 @@ TEST(PresetList, PlacedFromTheSavedLayout) {
         SCOPED_TRACE(row.saved ? row.saved : "none");
         SessionBench b;
         if (row.saved) b.settings->save("frmSettings", "Layout", row.saved);
-        ASSERT_TRUE(b.start());
-        FrmSettings& f = openList(b);
+        FrmSettings& f = b.open<FrmSettings>("frmSettings");
         EXPECT_EQ(f.left(), row.left);
         EXPECT_EQ(f.top(), row.top);
         f.move(333, 44);
@@ -164,7 +159,7 @@ TEST(PresetList, LoadWritesBothBlocksAndJudgesThem) {
             b.link.setReg(row.chip, row.reg, row.value);
             b.link.card().setRefusedRegister(row.chip, row.reg);
         }
-        FrmSettings& f = openList(b);
+        FrmSettings& f = b.open<FrmSettings>("frmSettings");
         pick(f, "640x480x60");
         QStringList verdicts;
         QList<qint64> shown;
@@ -215,8 +210,7 @@ TEST(PresetList, LoadWritesBothBlocksAndJudgesThem) {
 TEST(PresetList, LoadAnsweredNoSendsNothing) {
     for (MsgResult answer : {MsgResult::No, MsgResult::Cancel}) {
         SessionBench b;
-        ASSERT_TRUE(b.start());
-        FrmSettings& f = openList(b);
+        FrmSettings& f = b.open<FrmSettings>("frmSettings");
         b.link.clearTrace();
         b.link.dialogs.answer(answer);
         f.cmdLoad.click();
@@ -233,7 +227,7 @@ TEST(PresetList, LoadMakesOpenEditorsReadAgain) {
                                   [] { return std::make_unique<FakeTransmitter>(); });
     auto& ad = dynamic_cast<FrmAD9888&>(b.session->forms.show("frmAD9888"));
     auto& tx = dynamic_cast<FakeTransmitter&>(b.session->forms.show("frmTransmitter"));
-    FrmSettings& f = openList(b);
+    FrmSettings& f = b.open<FrmSettings>("frmSettings");
     pick(f, "640x480x60");
     b.link.clearTrace();
     bool msgShownAfterReads = false;
@@ -262,8 +256,7 @@ TEST(PresetList, UnlockShowsRemoveForTheFirstCodeOnly) {
     for (const Row& row : table) {
         SCOPED_TRACE(row.typed);
         SessionBench b;
-        ASSERT_TRUE(b.start());
-        FrmSettings& f = openList(b);
+        FrmSettings& f = b.open<FrmSettings>("frmSettings");
         b.link.dialogs.clear();
         b.link.dialogs.answerText(QString::fromLatin1(row.typed));
         f.previewKey(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
@@ -281,82 +274,26 @@ TEST(PresetList, RemoveGuardsAndDeletes) {
         const char* typed;  // typed into the list, or null
         const char* picked; // picked from the list, or null
         MsgResult answer;
-        QStringList messages;
+        bool refused;          // "It can't be deleted" rather than the question
         int defLeft, custLeft; // rows of the name left in each table
         bool listed;           // still in the list afterwards
     };
-    const QString sure = "Are you sure to delete '%1'?";
     const Row table[] = {
-        {"first row",
-         nullptr,
-         nullptr,
-         "640x480x60",
-         MsgResult::Yes,
-         {"It can't be deleted"},
-         1,
-         1,
-         true},
-        {"typed first row",
-         nullptr,
-         "640x480x60",
-         nullptr,
-         MsgResult::Yes,
-         {"It can't be deleted"},
-         1,
-         1,
-         true},
-        {"removed",
-         nullptr,
-         nullptr,
-         "800x600x75",
-         MsgResult::Yes,
-         {sure.arg("800x600x75")},
-         0,
-         0,
-         false},
-        {"typed name",
-         nullptr,
-         "800x600x75",
-         nullptr,
-         MsgResult::Yes,
-         {sure.arg("800x600x75")},
-         0,
-         0,
-         false},
-        {"answered no",
-         nullptr,
-         nullptr,
-         "800x600x75",
-         MsgResult::No,
-         {sure.arg("800x600x75")},
-         1,
-         1,
-         true},
-        {"unknown typed name",
-         nullptr,
-         "999x9x9",
-         nullptr,
-         MsgResult::Yes,
-         {sure.arg("999x9x9")},
-         0,
-         0,
-         false},
-        {"no customer row",
-         "DELETE FROM tblCustValues WHERE Name = '800x600x75';",
-         nullptr,
-         "800x600x75",
-         MsgResult::Yes,
-         {sure.arg("800x600x75")},
-         0,
-         0,
-         true},
+        {"first row", nullptr, nullptr, "640x480x60", MsgResult::Yes, true, 1, 1, true},
+        {"typed first row", nullptr, "640x480x60", nullptr, MsgResult::Yes, true, 1, 1, true},
+        {"removed", nullptr, nullptr, "800x600x75", MsgResult::Yes, false, 0, 0, false},
+        {"typed name", nullptr, "800x600x75", nullptr, MsgResult::Yes, false, 0, 0, false},
+        {"answered no", nullptr, nullptr, "800x600x75", MsgResult::No, false, 1, 1, true},
+        {"unknown typed name", nullptr, "999x9x9", nullptr, MsgResult::Yes, false, 0, 0, false},
+        {"no customer row", "DELETE FROM tblCustValues WHERE Name = '800x600x75';", nullptr,
+         "800x600x75", MsgResult::Yes, false, 0, 0, true},
     };
     for (const Row& row : table) {
         SCOPED_TRACE(row.name);
         SessionBench b;
         ASSERT_TRUE(b.start());
         if (row.setUp) sql(b, row.setUp);
-        FrmSettings& f = openList(b);
+        FrmSettings& f = b.open<FrmSettings>("frmSettings");
         f.cmdRemove.setVisible(true);
         if (row.picked) pick(f, row.picked);
         if (row.typed) f.cboPresets.userEdit(row.typed);
@@ -365,7 +302,10 @@ TEST(PresetList, RemoveGuardsAndDeletes) {
         b.link.dialogs.clear();
         b.link.dialogs.answer(row.answer);
         f.cmdRemove.click();
-        EXPECT_EQ(b.link.dialogs.messages(), row.messages);
+        const QString asked =
+            QString("Are you sure to delete '%1'?").arg(row.picked ? row.picked : row.typed);
+        EXPECT_EQ(b.link.dialogs.messages(),
+                  QStringList{row.refused ? QString("It can't be deleted") : asked});
         EXPECT_EQ(rows(b, "tblDefValues", name.toLatin1()), row.defLeft);
         EXPECT_EQ(rows(b, "tblCustValues", name.toLatin1()), row.custLeft);
         EXPECT_EQ(f.cboPresets.indexOf(name) >= 0, row.listed);
@@ -379,8 +319,7 @@ TEST(PresetList, RemoveGuardsAndDeletes) {
 // A row gone from under the cursor while it is deleted: the store's 3167 in its own words.
 TEST(PresetList, RemoveOfAVanishedRow) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
-    FrmSettings& f = openList(b);
+    FrmSettings& f = b.open<FrmSettings>("frmSettings");
     f.cmdRemove.setVisible(true);
     pick(f, "800x600x75");
     int writes = 0;
@@ -405,8 +344,7 @@ TEST(PresetList, TheTwoRefreshes) {
     for (bool menu : {true, false}) {
         SCOPED_TRACE(menu ? "menu" : "toolbar");
         SessionBench b;
-        ASSERT_TRUE(b.start());
-        FrmSettings& f = openList(b);
+        FrmSettings& f = b.open<FrmSettings>("frmSettings");
         pick(f, "800x600x75");
         const int kept = f.cboPresets.listIndex();
         sql(b, "DELETE FROM tblDefValues WHERE Name = '640x480x60';");
@@ -430,8 +368,7 @@ TEST(PresetList, TheTwoRefreshes) {
 TEST(PresetList, NoPrinterDisablesPrinting) {
     SessionBench b;
     b.link.dialogs.setPrinterCount(0);
-    ASSERT_TRUE(b.start());
-    FrmSettings& f = openList(b);
+    FrmSettings& f = b.open<FrmSettings>("frmSettings");
     EXPECT_FALSE(f.mnuPrint.enabled());
     EXPECT_FALSE(f.Toolbar1_print_tbl.enabled());
     EXPECT_TRUE(f.Toolbar1_refresh.enabled());

@@ -20,7 +20,7 @@ struct Tool {
 };
 
 Tool open(SessionBench& b) {
-    auto& panel = dynamic_cast<FrmAD9888&>(b.session->forms.show("frmAD9888"));
+    auto& panel = b.open<FrmAD9888>("frmAD9888");
     panel.mnuLRReg.click();
     auto* reg = b.session->forms.get<FrmRLReg>("frmRLReg");
     if (!reg) throw std::runtime_error("frmRLReg did not open");
@@ -34,15 +34,13 @@ void select(FrmRLReg& f, int reg) {
 }
 
 QString write(int reg, int v) {
-    return QString::fromLatin1((QByteArray("WREE") + char(32) + char(reg) + char(v)).toHex(' '))
-        .toUpper();
+    return velmorak::test::hexOf(QByteArray("WREE") + char(32) + char(reg) + char(v));
 }
 
 } // namespace
 
 TEST(RLReg, OpensOnTheFirstRegisterOfThePanel) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
     Tool t = open(b);
     EXPECT_EQ(t.reg.caption(), "Load / Read Register");
     QStringList want;
@@ -67,7 +65,6 @@ TEST(RLReg, LoadMasksReservedBitsAndMirrors) {
                          Row{0x0B, 7, 6}, Row{0x05, 255, 255}, Row{0x11, 0x5A, 0x5A}}) {
         SCOPED_TRACE(r.reg);
         SessionBench b;
-        ASSERT_TRUE(b.start());
         Tool t = open(b);
         select(t.reg, r.reg);
         t.reg.HScrlR.userSetValue(r.put);
@@ -88,7 +85,6 @@ TEST(RLReg, LoadMasksReservedBitsAndMirrors) {
 // their own, where a field row keeps only its bit; 16H and 17H nowhere.
 TEST(RLReg, ReadMirrorsByTheTable) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
     Tool t = open(b);
     struct Row {
         int reg, member; // -1: not mirrored
@@ -119,7 +115,6 @@ TEST(RLReg, ReadMirrorsByTheTable) {
 // load-on-change, sends every register again row by row.
 TEST(RLReg, FailedCompareStillMirrorsAndCatchesUp) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
     Tool t = open(b);
     t.panel.ChkChange.click();
     b.link.card().setRefusedRegister(32, 0x0C);
@@ -147,7 +142,6 @@ TEST(RLReg, FailedCompareStillMirrorsAndCatchesUp) {
 // unmasked; "No" to the question sends nothing.
 TEST(RLReg, LoadOnChangeSendsUnmasked) {
     SessionBench b;
-    ASSERT_TRUE(b.start());
     Tool t = open(b);
     select(t.reg, 0x02);
     t.reg.HScrlR.userSetValue(0);

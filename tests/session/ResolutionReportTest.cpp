@@ -63,7 +63,7 @@ struct PrintBench {
             db.Execute(s.replace(":k", QString::number(k)));
         }
     }
-    FrmSettings& open() { return dynamic_cast<FrmSettings&>(b.session->forms.show("frmSettings")); }
+    FrmSettings& open() { return b.open<FrmSettings>("frmSettings"); }
     // Ctrl+Shift+P or K, the printer dialog answered OK.
     void print(FrmSettings& f, int key) {
         b.link.dialogs.answer(MsgResult::OK);
@@ -177,7 +177,6 @@ TEST(ResolutionReport, CustomerTableByItsKeys) {
 TEST(ResolutionReport, CancelAndPrinterFailure) {
     {
         PrintBench p;
-        ASSERT_TRUE(p.b.start());
         FrmSettings& f = p.open();
         p.b.link.dialogs.answer(MsgResult::Cancel);
         f.mnuPrint.click();
@@ -187,7 +186,6 @@ TEST(ResolutionReport, CancelAndPrinterFailure) {
     {
         PrintBench p;
         p.printer.setOutputFileName(p.b.dir.filePath("no/such/folder/table.pdf"));
-        ASSERT_TRUE(p.b.start());
         FrmSettings& f = p.open();
         p.b.link.dialogs.clear();
         p.b.link.dialogs.answer(MsgResult::OK);

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 namespace velmorak::test {
 
@@ -23,7 +24,14 @@ SessionBench::SessionBench(const SimLink::Card& card, const QString& storedPort)
 SessionBench::~SessionBench() = default;
 
 bool SessionBench::start() {
-    return main->start();
+    started_ = main->start();
+    return started_;
+}
+
+void SessionBench::startOnce() {
+    if (started_) return;
+    if (!start()) throw std::runtime_error("the start failed");
+    link.clearTrace();
 }
 
 void SessionBench::passes(int n) {

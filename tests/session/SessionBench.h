@@ -29,6 +29,13 @@ class SessionBench {
 
     // Runs start-up; false when the start failed.
     bool start();
+    // Shows a window, first starting the session (and forgetting the start's frames) when it
+    // has not started; throws when the start fails.
+    template <class F> F& open(const QString& name) {
+        startOnce();
+        return dynamic_cast<F&>(session->forms.show(name));
+    }
+    void startOnce();
     FrmStart& frm() { return session->frmStart(); }
     CardState& st() { return session->st; }
     // Timer passes of the loop, each one poll period apart on the virtual clock.
@@ -36,6 +43,9 @@ class SessionBench {
     // Frames sent to the card that begin with this hex text.
     int sentCount(const QString& hexPrefix) const;
     QString dbPath() const { return dir.filePath("DBDefaults.MDB"); }
+
+  private:
+    bool started_ = false;
 };
 
 // The main window without a card: connect offered, the port arrows on, the card's fields hidden.

@@ -13,6 +13,7 @@
 #include "resdb/ui/FrmInputBoxView.h"
 #include "session/ui/FrmPortsView.h"
 #include "session/ui/FrmStartView.h"
+#include "support/DrawnWindows.h"
 #include "support/SimProcess.h"
 
 #include <QAccessible>
@@ -30,21 +31,35 @@
 #include <gtest/gtest.h>
 
 using namespace velmorak;
-using velmorak::test::SessionBench;
+using namespace velmorak::test;
 
 namespace {
 
-// Starts the session with the real main window drawn.
-FormWindow* startWithView(SessionBench& b) {
+// The windows drawn here, with the start of each title and, where named, a picture to look at.
+struct Drawn {
+    const char* form;
+    ViewRegistry::Builder build;
+    const char* title;
+    const char* png;
+};
+const Drawn kDrawn[] = {
+    {"frmStart", buildFrmStartView, "Velmorak Software Version", "frmStart"},
+    {"frmAD9888", buildFrmAD9888View, "Velmorak Optimization", nullptr},
+    {"frmTransmitter", buildFrmTransmitterView, "PanelLink Transmitter", nullptr},
+    {"frmRLReg", buildFrmRLRegView, "Load / Read Register", "frmRLReg"},
+    {"frmInputBox", buildFrmInputBoxView, "Enter the Name", nullptr},
+    {"frmPorts", buildFrmPortsView, "Serial Ports", "frmPorts"},
+};
+
+// Starts the session with the real main window drawn; with all, every window is shown too.
+FormWindow* startWithView(SessionBench& b, bool all = false) {
     ViewRegistry views;
-    views.add("frmStart", buildFrmStartView);
-    views.add("frmInputBox", buildFrmInputBoxView);
-    views.add("frmAD9888", buildFrmAD9888View);
-    views.add("frmRLReg", buildFrmRLRegView);
-    views.add("frmPorts", buildFrmPortsView);
-    views.add("frmTransmitter", buildFrmTransmitterView);
+    for (const Drawn& d : kDrawn)
+        views.add(QString::fromLatin1(d.form), d.build);
     views.install(b.session->forms);
     if (!b.start()) return nullptr;
+    for (const Drawn& d : kDrawn)
+        if (all) b.session->forms.show(QString::fromLatin1(d.form));
     return dynamic_cast<FormWindow*>(b.frm().view());
 }
 
@@ -53,34 +68,12 @@ FormWindow* startWithView(SessionBench& b) {
 // Every window: each control has its widget, the title is right, and a picture to look at.
 TEST(Views, EveryControlHasItsWidgetAndTheWindowIsDrawn) {
     SessionBench b;
-    ASSERT_NE(startWithView(b), nullptr);
+    ASSERT_NE(startWithView(b, true), nullptr);
     Forms& forms = b.session->forms;
-    forms.show("frmAD9888");
-    forms.show("frmTransmitter");
-    forms.show("frmRLReg");
-    forms.show("frmInputBox");
-    forms.show("frmPorts");
-    const struct {
-        const char* form;
-        const char* title; // its start
-        const char* png;   // nullptr: none
-    } table[] = {{"frmStart", "Velmorak Software Version", "frmStart"},
-                 {"frmInputBox", "Enter the Name", nullptr},
-                 {"frmAD9888", "Velmorak Optimization", nullptr},
-                 {"frmTransmitter", "PanelLink Transmitter", nullptr},
-                 {"frmRLReg", "Load / Read Register", "frmRLReg"},
-                 {"frmPorts", "Serial Ports", "frmPorts"}};
-    for (const auto& row : table) {
-        SCOPED_TRACE(row.form);
-        auto* view = dynamic_cast<FormWindow*>(forms.get(row.form)->view());
-        ASSERT_NE(view, nullptr);
-        EXPECT_EQ(view->binding().report().join("\n").toStdString(), "");
-        EXPECT_TRUE(view->window()->windowTitle().startsWith(row.title))
-            << view->window()->windowTitle().toStdString();
-        if (!row.png) continue;
-        QApplication::processEvents();
-        const QString png = velmorak::test::buildDir() + "/tests/" + row.png + ".png";
-        EXPECT_TRUE(view->window()->grab().save(png));
+    for (const Drawn& d : kDrawn) {
+        SCOPED_TRACE(d.form);
+        expectDrawnAndNamed(*forms.get(d.form), d.title);
+        if (d.png) savePicture(*forms.get(d.form), d.png);
     }
     auto* w = qobject_cast<QMainWindow*>(dynamic_cast<FormWindow*>(b.frm().view())->window());
     ASSERT_NE(w, nullptr);
@@ -119,8 +112,7 @@ TEST(RegisterViews, TabsSlidersAndRows) {
         EXPECT_EQ(f.TabStrip1.selectedIndex(), t + 1);
         EXPECT_TRUE(f.control<Frame>(QString("fraT%1").arg(t + 1)).visible());
         QApplication::processEvents();
-        const QString png =
-            velmorak::test::buildDir() + QString("/tests/frmAD9888-tab%1.png").arg(t + 1);
+        const QString png = buildDir() + QString("/tests/frmAD9888-tab%1.png").arg(t + 1);
         EXPECT_TRUE(view->window()->grab().save(png));
     }
     tabs->setCurrentIndex(0);
@@ -190,17 +182,11 @@ FormWindow* viewOf(Form& f) {
 // user's click or move does.
 TEST(AccessibleWindows, EveryControlFoundByNameAndActionsReachTheLogic) {
     SessionBench b;
-    ASSERT_NE(startWithView(b), nullptr);
+    ASSERT_NE(startWithView(b, true), nullptr);
     Forms& forms = b.session->forms;
-    forms.show("frmAD9888");
-    forms.show("frmTransmitter");
-    forms.show("frmRLReg");
-    forms.show("frmInputBox");
-    forms.show("frmPorts");
-    for (const char* window :
-         {"frmStart", "frmAD9888", "frmTransmitter", "frmRLReg", "frmInputBox", "frmPorts"}) {
-        SCOPED_TRACE(window);
-        Form* f = forms.get(window);
+    for (const Drawn& d : kDrawn) {
+        SCOPED_TRACE(d.form);
+        Form* f = forms.get(d.form);
         ASSERT_NE(f, nullptr);
         FormWindow* view = viewOf(*f);
         ASSERT_NE(view, nullptr);

@@ -31,8 +31,11 @@ TEST(MonitorMemory, StartsWithOneValidBlockByMode) {
         EXPECT_TRUE(m.startsWith(QByteArray::fromHex("00FFFFFFFFFFFF00")));
         EXPECT_EQ(sum(m.left(128)), 0);
         EXPECT_EQ(quint8(m[20]), rgb ? 0x0F : 0x80);
-        EXPECT_EQ(m[126], '\0');
+        EXPECT_EQ(m[126], '\0') << "no extension block";
         EXPECT_EQ(m.mid(128), QByteArray(128, char(0xFF)));
+        // Preferred timing: 1280 x 1024.
+        EXPECT_EQ(quint8(m[56]) + ((quint8(m[58]) & 0xF0) << 4), 1280);
+        EXPECT_EQ(quint8(m[59]) + ((quint8(m[61]) & 0xF0) << 4), 1024);
     }
 }
 

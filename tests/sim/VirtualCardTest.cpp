@@ -196,29 +196,6 @@ TEST(VirtualCard, LaserStartsWithTheImageOfItsKind) {
               QByteArray("\xA5\x3D\x65\x45\x40\x56\x04\x64\x45\x40\x56\x04\x00", 13));
 }
 
-TEST(VirtualCard, MonitorSlicesRoundTrip) {
-    struct Slice {
-        int offset, length;
-    };
-    const Slice slices[] = {{0, 24},   {24, 24},  {48, 24},  {72, 24},  {96, 16},  {112, 16},
-                            {128, 24}, {152, 24}, {176, 24}, {200, 24}, {224, 16}, {240, 16}};
-    VirtualCard card;
-    QByteArray all;
-    for (const Slice& s : slices) {
-        const QByteArray data = pattern(s.length, s.offset + 3);
-        card.receive(frame("WRM2", {s.offset, 'M'}, data));
-        all += data;
-    }
-    EXPECT_EQ(card.monitorMemory(), all);
-    for (const Slice& s : slices) {
-        const QByteArray r = card.receive(frame("RDEE", {128, s.offset})).mid(6);
-        ASSERT_EQ(r.size(), 26);
-        const int inside = std::min(26, 256 - s.offset);
-        EXPECT_EQ(r.left(inside), all.mid(s.offset, inside)) << s.offset;
-        EXPECT_EQ(r.mid(inside), QByteArray(26 - inside, '\0')) << s.offset;
-    }
-}
-
 TEST(VirtualCard, DataMemoryRoundTripsAndWraps) {
     struct Case {
         int address, length, count;
@@ -268,34 +245,6 @@ TEST(VirtualCard, StartsWithRecordsInDataMemory) {
     EXPECT_EQ(card.dataMemory(0x60, 30).size(), 30);
     const int firstRepair = u8(card.dataMemory(0x500, 1), 0);
     EXPECT_TRUE(firstRepair < 30 || firstRepair > 127) << "empty table of repairs";
-}
-
-TEST(VirtualCard, MonitorDataIsAValidEdid) {
-    for (bool digital : {false, true}) {
-        CardConfig cfg;
-        cfg.rgb = !digital;
-        VirtualCard card(cfg);
-        const QByteArray e = card.monitorMemory();
-        ASSERT_EQ(e.size(), 256);
-        EXPECT_EQ(e.left(8), QByteArray("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00", 8));
-        int sum = 0;
-        for (int i = 0; i < 128; ++i)
-            sum += u8(e, i);
-        EXPECT_EQ(sum % 256, 0);
-        EXPECT_EQ(u8(e, 20), digital ? 0x80 : 0x0F);
-        EXPECT_EQ(u8(e, 126), 0) << "no extension block";
-        // Preferred timing: 1280 x 1024.
-        EXPECT_EQ(u8(e, 56) + ((u8(e, 58) & 0xF0) << 4), 1280);
-        EXPECT_EQ(u8(e, 59) + ((u8(e, 61) & 0xF0) << 4), 1024);
-    }
-}
-
-TEST(VirtualCard, MonitorCommandsFollowTheAttachedMonitor) {
-    VirtualCard card;
-    EXPECT_EQ(card.receive("CMDRRMON").mid(6), QByteArray("OK"));
-    card.setMonitorAttached(false);
-    EXPECT_EQ(card.receive("CMDRRMON").mid(6), QByteArray("NO"));
-    EXPECT_EQ(card.receive("CMDRTMIN").mid(6), QByteArray("OK"));
 }
 
 TEST(VirtualCard, TestHooksSetAnyRegisterAndPullTheCard) {

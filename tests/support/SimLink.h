@@ -16,6 +16,11 @@ class VirtualCard;
 
 namespace velmorak::test {
 
+// Bytes as the trace shows them: "57 52 45 45".
+inline QString hexOf(const QByteArray& bytes) {
+    return QString::fromLatin1(bytes.toHex(' ').toUpper());
+}
+
 // The link over the in-process virtual card on the virtual clock, with scripted dialogs and
 // recorded window reactions: the standard bench of the window-logic tests.
 class SimLink {
