@@ -1,5 +1,6 @@
 #include "session/Session.h"
 
+#include "adjust/FrmConsole.h"
 #include "cardinfo/FrmMemCard.h"
 #include "cardinfo/FrmStatus.h"
 #include "cardinfo/ImCardPinout.h"
@@ -71,6 +72,8 @@ Session::Session(const Platform& p)
     forms.registerForm(QStringLiteral("frmReadEEMon"), [this] {
         return std::make_unique<FrmReadEEMon>(context, platform.appPath);
     });
+    forms.registerForm(QStringLiteral("frmConsole"),
+                       [this] { return std::make_unique<FrmConsole>(context, platform.appPath); });
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, db(), [this](const QByteArray& block) { return findRezName(block); });
