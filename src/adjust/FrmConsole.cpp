@@ -10,12 +10,25 @@
 #include "resdb/Database.h"
 #include "resdb/Recordset.h"
 
+#include <QCoreApplication>
+#include <QFileInfo>
+
 namespace velmorak {
 
 namespace {
 constexpr int kAd9888 = 32;
 constexpr int kTransmitter = 96;
 constexpr int kSerial = 88;
+
+// The arrows beside the database, else in the installed data folder.
+QString arrowFolder(const QString& appPath) {
+    const QString probe = QStringLiteral("/ARRL.ICO");
+    if (QFileInfo::exists(appPath + probe) || !QCoreApplication::instance()) return appPath;
+    const QString installed =
+        QCoreApplication::applicationDirPath() + QStringLiteral("/../share/velmorak");
+    return QFileInfo::exists(installed + probe) ? QFileInfo(installed).absoluteFilePath()
+                                                : appPath;
+}
 } // namespace
 
 const std::vector<FrmConsole::Rule>& FrmConsole::rules() {
@@ -108,13 +121,14 @@ FrmConsole::FrmConsole(AppContext& ctx, QString appPath)
         qint16 max;
         quint32 colour;
     };
+    const QString arrows = arrowFolder(appPath_);
     for (const Design& d :
          {Design{&ucScrlPhase, 31, 0xC0C0C0}, Design{&ucScrlCoarse, 15, 0xC0C0C0},
           Design{&ucScrlR, 127, 0xFFC0C0}, Design{&ucScrlG, 127, 0xC0FFC0},
           Design{&ucScrlB, 127, 0x80FFFF}, Design{&ucScrlBrite, 127, 0xC0C0C0},
           Design{&ucScrlContrast, 127, 0xC0C0C0}, Design{&ucScrlVPoz, 127, 0xC0C0C0},
           Design{&ucScrlHPoz, 511, 0xC0C0C0}}) {
-        d.s->setPictureFolder(appPath_);
+        d.s->setPictureFolder(arrows);
         d.s->resize(300, 20);
         d.s->setMax(d.max);
         d.s->setColorChange(d.colour);
