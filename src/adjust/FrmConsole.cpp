@@ -26,8 +26,7 @@ QString arrowFolder(const QString& appPath) {
     if (QFileInfo::exists(appPath + probe) || !QCoreApplication::instance()) return appPath;
     const QString installed =
         QCoreApplication::applicationDirPath() + QStringLiteral("/../share/velmorak");
-    return QFileInfo::exists(installed + probe) ? QFileInfo(installed).absoluteFilePath()
-                                                : appPath;
+    return QFileInfo::exists(installed + probe) ? QFileInfo(installed).absoluteFilePath() : appPath;
 }
 } // namespace
 

@@ -326,3 +326,57 @@ TEST(ConsoleReload, NoValidSignalClosesTheWindow) {
     EXPECT_EQ(b.link.dialogs.messages(), QStringList({"Video signal is not valid!"}));
     EXPECT_FALSE(b.session->forms.isLoaded("frmConsole"));
 }
+
+// The card pulled out while an arrow repeats: the next write finds no port, the window goes
+// with the others, the main window shows the card lost, and the timer writes no more.
+TEST(ConsoleUnplug, DuringARepeat) {
+    ConsoleBench b;
+    ASSERT_TRUE(b.start());
+    usualCard(b);
+    FrmConsole& f = b.open();
+    b.link.clearTrace();
+    b.link.dialogs.clear();
+    const qint64 t0 = b.link.host.now();
+    f.ucScrlVPoz.rightDown();
+    auto runTo = [&](qint64 ms) {
+        while (b.link.host.now() - t0 < ms) {
+            b.link.host.sleep(5);
+            b.session->forms.pollTimers();
+            b.session->forms.collect();
+        }
+    };
+    runTo(700);
+    ASSERT_EQ(b.writes().size(), 1); // the repeat at 600
+    b.link.unplugNow();
+    runTo(2000);
+    EXPECT_TRUE(b.link.dialogs.messages().isEmpty());
+    EXPECT_FALSE(b.session->forms.isLoaded("frmConsole"));
+    EXPECT_EQ(b.st().Connected, 0);
+    test::expectOffline(b.frm());
+    EXPECT_EQ(b.writes().size(), 1);
+}
+
+// Pulled out as Save sends the card memory: the row is saved and the window finishes the save;
+// the card never took the block, and the next step finds it gone.
+TEST(ConsoleUnplug, DuringSave) {
+    ConsoleBench b;
+    ASSERT_TRUE(b.start());
+    usualCard(b);
+    FrmConsole& f = b.open();
+    f.ucScrlVPoz.pressRight();
+    sim::Faults faults = b.link.card().faults();
+    faults.unplugOn = "WRDB";
+    b.link.card().setFaults(faults);
+    const QByteArray before = b.link.dataMemory(0x2A60, 30);
+    b.link.dialogs.clear();
+    f.cmdSave.click();
+    EXPECT_EQ(b.column("tblCustValues", "34H"), 27);
+    EXPECT_EQ(b.link.dialogs.messages(),
+              QStringList({"Are you sure to change Settings of 1024x768x75 in the Card Memory?"}));
+    EXPECT_EQ(b.link.dataMemory(0x2A60, 30), before);
+    ASSERT_TRUE(b.session->forms.isLoaded("frmConsole"));
+    EXPECT_TRUE(f.cmdSave.enabled());
+    f.ucScrlVPoz.pressRight();
+    EXPECT_FALSE(b.session->forms.isLoaded("frmConsole"));
+    EXPECT_EQ(b.st().Connected, 0);
+}
