@@ -1,5 +1,6 @@
 #include "adjust/FrmConsole.h"
 
+#include "adjust/TestWindows.h"
 #include "forms/Dialogs.h"
 #include "forms/Forms.h"
 #include "link/CardState.h"
@@ -142,6 +143,12 @@ FrmConsole::FrmConsole(AppContext& ctx, QString appPath)
     }
     ucScrlBrite.onClickLeft.connect([this] { brightness(-1); });
     ucScrlBrite.onClickRight.connect([this] { brightness(1); });
+    for (TestPicture t : {TestPicture::Sharp, TestPicture::Color, TestPicture::Gray}) {
+        strip(t).onClick.connect([this, t] { stripClick(t); });
+        stripHover(t);
+    }
+    impicColor.setPicture(testPictureFile(appPath_, QString::fromLatin1(FrmTestBars::kColorFile)));
+    impicGray.setPicture(testPictureFile(appPath_, QString::fromLatin1(FrmTestBars::kGrayFile)));
     cmdDefault.onClick.connect([this] { defaultClick(); });
     cmdSave.onClick.connect([this] { saveClick(); });
     cmdClose.onClick.connect([this] { unload(); });
@@ -297,6 +304,39 @@ void FrmConsole::formUnload(bool& cancel) {
     (void)cancel;
     c_.settings.save(name(), QStringLiteral("Layout"),
                      QString::number(left()) + QStringLiteral(",") + QString::number(top()));
+    TestBars(c_).consoleUnloaded();
+}
+
+// --- the test picture strips
+
+PictureBox& FrmConsole::strip(TestPicture which) {
+    switch (which) {
+    case TestPicture::Sharp:
+        return picSharp;
+    case TestPicture::Color:
+        return impicColor;
+    case TestPicture::Gray:
+        break;
+    }
+    return impicGray;
+}
+
+// The strips side by side under the steppers of a 560 x 470 window.
+QRect FrmConsole::designedStrip(TestPicture which) {
+    return QRect(20 + 176 * int(which), 392, 160, 28);
+}
+
+void FrmConsole::stripClick(TestPicture which) {
+    const std::optional<QRect> drawn =
+        view() ? view()->controlRect(strip(which).name()) : std::nullopt;
+    TestBars(c_).pictureClick(which, *this, drawn.value_or(designedStrip(which)));
+    if (!isLoaded()) return;
+    for (TestPicture t : {TestPicture::Sharp, TestPicture::Color, TestPicture::Gray})
+        stripHover(t);
+}
+
+void FrmConsole::stripHover(TestPicture which) {
+    strip(which).setToolTipText(TestBars(c_).tip(which));
 }
 
 // --- steps

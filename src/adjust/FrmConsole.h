@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adjust/TestBars.h"
 #include "adjust/UcScrollChange.h"
 #include "forms/Form.h"
 #include "link/AppContext.h"
@@ -76,6 +77,12 @@ class FrmConsole : public Form {
         std::vector<Target> targets;
     };
     static const std::vector<Rule>& rules();
+
+    // The strip of a test picture, and where it stands in the window when no view tells.
+    PictureBox& strip(TestPicture which);
+    static QRect designedStrip(TestPicture which);
+    // The mouse over a strip: its tool tip tells what a click does now.
+    void stripHover(TestPicture which);
     // The bytes a stepper stands for now, one a target; upper33 is the kept upper bits of
     // register 33H (the H position's ninth bit goes below them).
     std::vector<int> bytesOf(const Rule& r, int upper33) const;
@@ -86,6 +93,7 @@ class FrmConsole : public Form {
     void formUnload(bool& cancel) override;
 
   private:
+    void stripClick(TestPicture which);
     void demoState();
     void placeWindow();
     bool readRanges();

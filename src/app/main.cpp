@@ -2,6 +2,7 @@
 #include "session/Main.h"
 #include "adjust/ui/AdjustViews.h"
 #include "adjust/ui/StepperView.h"
+#include "adjust/ui/TestViews.h"
 #include "cardinfo/CapturePrint.h"
 #include "cardinfo/ui/CardInfoViews.h"
 #include "cardinfo/ui/PrintWindow.h"
@@ -154,6 +155,9 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("imCardPinout"), buildImCardPinoutView);
     views.add(QStringLiteral("frmMem_card"), buildFrmMemCardView);
     views.add(QStringLiteral("frmConsole"), buildFrmConsoleView);
+    views.add(QStringLiteral("frmTest"), buildFrmTestView);
+    views.add(QStringLiteral("frmTestC"), buildFrmTestBarsView);
+    views.add(QStringLiteral("frmTestG"), buildFrmTestBarsView);
     setWindowPrinter(formWindowPrinter([&dialogs] { return dialogs.printer(); }));
     views.add(QStringLiteral("frmReadEEMon"),
               [&dialogs](Form& f) { return buildFrmReadEEMonView(f, dialogs.printer()); });

@@ -1,5 +1,6 @@
 #include "registers/FrmAD9888.h"
 
+#include "adjust/TestBars.h"
 #include "forms/Dialogs.h"
 #include "forms/Forms.h"
 #include "link/CardState.h"
@@ -106,6 +107,11 @@ void FrmAD9888::connectHandlers() {
                       QStringLiteral("Change Settings to Database"));
     cmdDefault.onClick.connect([this] { defaultClick(); });
     cmdConnect.onClick.connect([this] { connectClick(); });
+    mnuTestBars.onClick.connect([this] { TestBars(c_).toggleSet(mnuTestBars, *this); });
+    for (const auto& [item, which] :
+         {std::pair{&mnuSharp, TestPicture::Sharp}, std::pair{&mnuColor, TestPicture::Color},
+          std::pair{&mnuGray, TestPicture::Gray}})
+        item->onClick.connect([this, item, which] { TestBars(c_).menuToggle(which, *item); });
     mnuLRReg.onClick.connect([this] {
         if (c_.forms.isRegistered(QStringLiteral("frmRLReg")))
             c_.forms.show(QStringLiteral("frmRLReg"), true);

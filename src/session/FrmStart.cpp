@@ -1,5 +1,6 @@
 #include "session/FrmStart.h"
 
+#include "adjust/TestBars.h"
 #include "forms/Dialogs.h"
 #include "link/ParamBlock.h"
 #include "link/Transport.h"
@@ -114,6 +115,7 @@ FrmStart::FrmStart(Session& s) : Form(QStringLiteral("frmStart")), s_(s) {
     mnuDBversion.onClick.connect([this] { AutoPresets(s_, *this).showVersion(); });
     mnuReadAutopresets.onClick.connect([this] { AutoPresets(s_, *this).readMemory(); });
     mnuFile2Mem.onClick.connect([this] { importMonitorFile(s_.context, txtMsg); });
+    mnuTests.onClick.connect([this] { TestBars(s_.context).toggleSet(mnuTests, *this); });
 }
 
 void FrmStart::buildMenus() {

@@ -1,6 +1,7 @@
 #include "session/Session.h"
 
 #include "adjust/FrmConsole.h"
+#include "adjust/TestWindows.h"
 #include "cardinfo/FrmMemCard.h"
 #include "cardinfo/FrmStatus.h"
 #include "cardinfo/ImCardPinout.h"
@@ -74,6 +75,15 @@ Session::Session(const Platform& p)
     });
     forms.registerForm(QStringLiteral("frmConsole"),
                        [this] { return std::make_unique<FrmConsole>(context, platform.appPath); });
+    forms.registerForm(QStringLiteral("frmTest"),
+                       [this] { return std::make_unique<FrmTest>(context); });
+    for (const auto& [name, caption] :
+         {std::pair{"frmTestC", "Test Color"}, std::pair{"frmTestG", "Test Gray"}}) {
+        const QString n = QString::fromLatin1(name), t = QString::fromLatin1(caption);
+        forms.registerForm(n, [this, n, t] {
+            return std::make_unique<FrmTestBars>(context, n, t, platform.appPath);
+        });
+    }
     forms.registerForm(QStringLiteral("frmInputBox"), [this] {
         return std::make_unique<FrmInputBox>(
             st, fn, db(), [this](const QByteArray& block) { return findRezName(block); });

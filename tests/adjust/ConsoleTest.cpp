@@ -248,3 +248,34 @@ TEST(Console, HeldArrowWritesOnEveryRepeat) {
               QStringList({wree(96, 0x34, 28), wree(96, 0x34, 29), wree(96, 0x34, 29)}));
     EXPECT_EQ(f.ucScrlVPoz.Value(), 29);
 }
+
+// The strips open and close their test windows, their tips follow, and closing the adjustment
+// window takes the test windows it opened with it.
+TEST(ConsoleStrips, OpenCloseAndTips) {
+    ConsoleBench b;
+    ASSERT_TRUE(b.start());
+    usualCard(b);
+    FrmConsole& f = b.open();
+    const QString show = "Click on it to show 'TEST BAR'";
+    const QString close = "Click on it to close 'TEST BAR'";
+    EXPECT_EQ(f.picSharp.toolTipText(), show);
+    EXPECT_EQ(f.impicColor.toolTipText(), show);
+    EXPECT_TRUE(f.impicColor.picture().endsWith("colorC.bmp"));
+    EXPECT_TRUE(f.impicGray.picture().endsWith("colorG.bmp"));
+    f.picSharp.click();
+    EXPECT_TRUE(b.session->forms.isLoaded("frmTest"));
+    EXPECT_NE(b.st().SharpTestStep, 0);
+    EXPECT_EQ(f.picSharp.toolTipText(), close);
+    f.impicGray.click();
+    EXPECT_TRUE(b.session->forms.isLoaded("frmTestC"));
+    EXPECT_EQ(f.impicGray.toolTipText(), close);
+    EXPECT_EQ(f.impicColor.toolTipText(), show);
+    f.picSharp.click();
+    EXPECT_FALSE(b.session->forms.isLoaded("frmTest"));
+    EXPECT_EQ(f.picSharp.toolTipText(), show);
+    f.picSharp.click();
+    ASSERT_TRUE(b.session->forms.isLoaded("frmTest"));
+    f.cmdClose.click();
+    EXPECT_FALSE(b.session->forms.isLoaded("frmTest"));
+    EXPECT_FALSE(b.session->forms.isLoaded("frmTestC"));
+}

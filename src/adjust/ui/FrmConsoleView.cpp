@@ -1,11 +1,14 @@
 #include "adjust/ui/AdjustViews.h"
 
+#include "adjust/FrmConsole.h"
 #include "adjust/ui/StepperView.h"
 #include "cardinfo/ui/CardWidgets.h"
+#include "forms/Boundary.h"
 #include "forms/Form.h"
 #include "forms/ui/Binding.h"
 
 #include <QDialog>
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -17,6 +20,25 @@
 namespace velmorak {
 
 namespace {
+// Brings a strip's tool tip up to date before Qt shows it.
+class StripTips : public QObject {
+  public:
+    StripTips(FrmConsole* form, TestPicture which, QObject* parent)
+        : QObject(parent), form_(form), which_(which) {}
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* e) override {
+        if ((e->type() == QEvent::Enter || e->type() == QEvent::ToolTip) && form_ &&
+            form_->isLoaded())
+            atBoundary([this] { form_->stripHover(which_); });
+        return QObject::eventFilter(watched, e);
+    }
+
+  private:
+    FrmConsole* form_;
+    TestPicture which_;
+};
+
 StepperView* stepper(const char* name, const QString& human) {
     auto* s = named(new StepperView, name);
     s->setAccessibleName(human);
@@ -32,7 +54,8 @@ QGroupBox* single(const char* frame, const char* name, const QString& human) {
 }
 
 // A test picture strip in its frame.
-QGroupBox* strip(const char* frame, const char* name, const QString& human) {
+QGroupBox* strip(Form& form, TestPicture which, const char* frame, const char* name,
+                 const QString& human) {
     auto* g = named(new QGroupBox, frame);
     auto* l = new QVBoxLayout(g);
     l->setContentsMargins(4, 4, 4, 4);
@@ -41,6 +64,15 @@ QGroupBox* strip(const char* frame, const char* name, const QString& human) {
     pic->setMinimumSize(96, 28);
     pic->setCursor(Qt::PointingHandCursor);
     pic->setAutoFillBackground(true);
+    if (which == TestPicture::Sharp) {
+        // Fine vertical stripes, as the sharpness window shows them.
+        QPalette pal = pic->palette();
+        pal.setColor(QPalette::Window, Qt::white);
+        pal.setBrush(QPalette::Window, QBrush(Qt::black, Qt::VerPattern));
+        pic->setPalette(pal);
+    }
+    if (auto* console = dynamic_cast<FrmConsole*>(&form))
+        pic->installEventFilter(new StripTips(console, which, pic));
     l->addWidget(pic);
     return g;
 }
@@ -102,9 +134,12 @@ QWidget* buildFrmConsoleView(Form& form) {
     outer->addLayout(position);
 
     auto* strips = new QHBoxLayout;
-    strips->addWidget(strip("frSharp", "picSharp", QObject::tr("Sharpness test bars")));
-    strips->addWidget(strip("frTestColor", "impicColor", QObject::tr("Colour test bars")));
-    strips->addWidget(strip("frTestGray", "impicGray", QObject::tr("Grey test bars")));
+    strips->addWidget(
+        strip(form, TestPicture::Sharp, "frSharp", "picSharp", QObject::tr("Sharpness test bars")));
+    strips->addWidget(strip(form, TestPicture::Color, "frTestColor", "impicColor",
+                            QObject::tr("Colour test bars")));
+    strips->addWidget(
+        strip(form, TestPicture::Gray, "frTestGray", "impicGray", QObject::tr("Grey test bars")));
     outer->addLayout(strips);
 
     auto* buttons = new QHBoxLayout;

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QTimer>
 #include <QWindow>
 
@@ -52,6 +53,15 @@ void FormWindow::syncFromForm(Prop p) {
         static const Qt::WindowState states[] = {Qt::WindowNoState, Qt::WindowMinimized,
                                                  Qt::WindowMaximized};
         window_->setWindowState(states[int(form_->windowState())]);
+        // The window manager answers later; the form takes the maximised size at once, so the
+        // code that maximised it can read the usable size of the screen.
+        QScreen* screen = window_->screen();
+        if (form_->windowState() == WindowState::Maximized && screen) {
+            const QRect area = screen->availableGeometry();
+            applying_ = true;
+            form_->move(area.x(), area.y(), area.width(), area.height());
+            applying_ = false;
+        }
     }
 }
 
