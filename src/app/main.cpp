@@ -1,5 +1,7 @@
 // The tool: real clock, serial port, dialogs and settings around the session.
 #include "session/Main.h"
+#include "adjust/ui/AdjustViews.h"
+#include "adjust/ui/StepperView.h"
 #include "adjust/ui/TestViews.h"
 #include "cardinfo/CapturePrint.h"
 #include "cardinfo/ui/CardInfoViews.h"
@@ -152,6 +154,7 @@ int main(int argc, char** argv) {
     views.add(QStringLiteral("frmStatus"), buildFrmStatusView);
     views.add(QStringLiteral("imCardPinout"), buildImCardPinoutView);
     views.add(QStringLiteral("frmMem_card"), buildFrmMemCardView);
+    views.add(QStringLiteral("frmConsole"), buildFrmConsoleView);
     views.add(QStringLiteral("frmTest"), buildFrmTestView);
     views.add(QStringLiteral("frmTestC"), buildFrmTestBarsView);
     views.add(QStringLiteral("frmTestG"), buildFrmTestBarsView);
@@ -198,6 +201,15 @@ int main(int argc, char** argv) {
             QWidget* cell = row && bit >= 0 && bit < 8 ? row->cell(bit) : nullptr;
             if (!cell || !cell->isEnabled()) return false;
             s->clickAt(cell);
+            return true;
+        });
+        // arrow <window>.<stepper> left|right: a click on one arrow of a stepper.
+        script->addVerb(QStringLiteral("arrow"), [s = script.get()](const QStringList& a) {
+            auto* step = qobject_cast<StepperView*>(a.size() < 2 ? nullptr : s->usable(a[0]));
+            if (!step || !step->isEnabled()) return false;
+            const QRect r =
+                a[1] == QLatin1String("left") ? step->leftArrowRect() : step->rightArrowRect();
+            s->clickAt(step, r.center());
             return true;
         });
         // mark <name>: a new stretch of the paint probe. idle <ms>: the script rests.

@@ -296,4 +296,11 @@ class Timer : public Control {
     qint64 armedAt_ = 0;
 };
 
+// A control with timers of its own inside it; its window gives them the clock and the ticks.
+class TimerOwner {
+  public:
+    virtual ~TimerOwner() = default;
+    virtual std::vector<Timer*> timers() = 0;
+};
+
 } // namespace velmorak

@@ -66,6 +66,9 @@ void Form::claim(const QString& name) {
 void Form::attach(Control& c) {
     c.setOwner(this);
     if (auto* t = dynamic_cast<Timer*>(&c)) t->setHost(host_);
+    if (auto* o = dynamic_cast<TimerOwner*>(&c))
+        for (Timer* t : o->timers())
+            t->setHost(host_);
     onControlAdded(c);
 }
 
@@ -96,6 +99,13 @@ void Form::load() {
     if (loaded_ || released_) return;
     const HandlerScope running;
     loaded_ = true;
+    formLoad();
+}
+
+void Form::reload() {
+    if (!loaded_) return load();
+    if (released_) return;
+    const HandlerScope running;
     formLoad();
 }
 
@@ -155,14 +165,21 @@ bool Form::previewKey(int key, Qt::KeyboardModifiers mods) {
 
 void Form::setHost(Host* h) {
     host_ = h;
-    for (Control* c : controls())
+    for (Control* c : controls()) {
         if (auto* t = dynamic_cast<Timer*>(c)) t->setHost(h);
+        if (auto* o = dynamic_cast<TimerOwner*>(c))
+            for (Timer* t : o->timers())
+                t->setHost(h);
+    }
 }
 
 void Form::pollTimers(qint64 now) {
     for (Control* c : controls()) {
         if (!loaded_) return;
         if (auto* t = dynamic_cast<Timer*>(c)) t->poll(now);
+        if (auto* o = dynamic_cast<TimerOwner*>(c))
+            for (Timer* t : o->timers())
+                if (loaded_) t->poll(now);
     }
 }
 

@@ -123,6 +123,8 @@ class Form {
     bool isLoaded() const { return loaded_; }
     // Runs formLoad the first time.
     void load();
+    // Runs formLoad again on a loaded form (its load called by name); loads one that is not.
+    void reload();
     // Loads if needed, makes the form visible, creates its view if a factory is set, runs
     // formActivate and shows the view (a modal view blocks here).
     void show(bool modal = false);

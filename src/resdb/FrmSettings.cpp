@@ -233,7 +233,7 @@ void FrmSettings::rereadEditors() {
             if (auto* read = dynamic_cast<Button*>(f->find(QStringLiteral("cmdRead"))))
                 read->fireClick();
         } else if (n == QLatin1String("frmConsole")) {
-            f->load();
+            f->reload();
         }
     }
 }

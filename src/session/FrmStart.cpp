@@ -315,7 +315,7 @@ void FrmStart::connectClick() {
             buttons = {"cmdLoad", "cmdRead"};
         for (const QString& b : buttons)
             if (auto* c = f->find(b)) c->setEnabled(true);
-        if (n == QLatin1String("frmConsole")) f->load();
+        if (n == QLatin1String("frmConsole")) f->reload();
     }
     txtCom.setLocked(true);
     cardKind(false);

@@ -1,5 +1,6 @@
 #include "session/Session.h"
 
+#include "adjust/FrmConsole.h"
 #include "adjust/TestWindows.h"
 #include "cardinfo/FrmMemCard.h"
 #include "cardinfo/FrmStatus.h"
@@ -72,6 +73,8 @@ Session::Session(const Platform& p)
     forms.registerForm(QStringLiteral("frmReadEEMon"), [this] {
         return std::make_unique<FrmReadEEMon>(context, platform.appPath);
     });
+    forms.registerForm(QStringLiteral("frmConsole"),
+                       [this] { return std::make_unique<FrmConsole>(context, platform.appPath); });
     forms.registerForm(QStringLiteral("frmTest"),
                        [this] { return std::make_unique<FrmTest>(context); });
     for (const auto& [name, caption] :

@@ -44,6 +44,17 @@ void SimProcess::stop() {
     }
 }
 
+QString SimProcess::command(const QString& line, int ms) {
+    proc_.readAll(); // what the card printed before
+    proc_.write((line + "\n").toLocal8Bit());
+    QDeadlineTimer deadline(ms);
+    while (!deadline.hasExpired()) {
+        if (proc_.canReadLine()) return QString::fromLocal8Bit(proc_.readLine()).trimmed();
+        proc_.waitForReadyRead(50);
+    }
+    return {};
+}
+
 QStringList SimProcess::trace() const {
     QFile f(traceFile());
     if (!f.open(QIODevice::ReadOnly)) return {};

@@ -16,6 +16,8 @@ class SimProcess {
     QString link() const { return dir_.filePath("card"); }
     QString traceFile() const { return dir_.filePath("trace.txt"); }
     QStringList trace() const;
+    // A line typed on the console of a card started with "--console", and the card's answer.
+    QString command(const QString& line, int ms = 3000);
     void stop();
     QString dir() const { return dir_.path(); }
 
