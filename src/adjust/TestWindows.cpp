@@ -74,7 +74,6 @@ FrmTestBars::FrmTestBars(AppContext& ctx, const QString& name, const QString& ca
     : Form(name), c_(ctx), appPath_(std::move(appPath)) {
     setCaption(caption);
     move(0, 0, kWidth, 400);
-    impicT.setToolTipText(caption);
 }
 
 bool FrmTestBars::isColor() const {

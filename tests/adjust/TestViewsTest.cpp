@@ -1,11 +1,8 @@
-// The drawn test windows: bound and named for assistive technology, the maximised state learning
-// the screen's usable height, and the releases, double clicks and keys of a user reaching the
-// windows' logic.
+// The drawn test windows: bound and named for assistive technology, the maximised state telling
+// the usable height, and a user's releases, double clicks and keys reaching the logic.
 #include "session/SessionBench.h"
 #include "support/SimProcess.h"
 
-#include "adjust/TestBars.h"
-#include "adjust/TestWindows.h"
 #include "adjust/ui/TestViews.h"
 #include "forms/ui/FormWindow.h"
 
@@ -18,43 +15,40 @@
 #include <gtest/gtest.h>
 
 using namespace velmorak;
-using velmorak::test::SessionBench;
 
 namespace {
 
-struct Bench : SessionBench {
+struct Bench : test::SessionBench {
     Bench() {
-        // The bar files lie beside the database, as they do beside an installed program's.
+        // The bar files lie beside the database, as they may beside the program.
         for (const char* file : {"colorC.bmp", "colorG.bmp"})
             QFile::copy(test::buildDir() + "/" + file, dir.filePath(file));
+        for (const char* name : {"frmTestC", "frmTestG"})
+            views.add(name, buildFrmTestBarsView);
         views.add("frmTest", buildFrmTestView);
-        views.add("frmTestC", buildFrmTestBarsView);
-        views.add("frmTestG", buildFrmTestBarsView);
         views.install(session->forms);
         EXPECT_TRUE(start());
+        frm().mnuTests.fireClick();
+        QApplication::processEvents();
     }
-    QWidget* window(const char* name) {
+    FormWindow* view(const char* name) {
         Form* f = session->forms.get(name);
-        auto* v = f ? dynamic_cast<FormWindow*>(f->view()) : nullptr;
-        return v ? v->window() : nullptr;
+        return f ? dynamic_cast<FormWindow*>(f->view()) : nullptr;
     }
     QWidget* picture(const char* name) {
-        auto* v = dynamic_cast<FormWindow*>(session->forms.get(name)->view());
-        return qobject_cast<QWidget*>(v->binding().boundTo("impicT"));
+        return qobject_cast<QWidget*>(view(name)->binding().boundTo("impicT"));
     }
     ViewRegistry views;
 };
 
-void mouse(QWidget* w, QEvent::Type type) {
-    const QPointF at(5, 5);
-    QMouseEvent e(type, at, w->mapToGlobal(at), Qt::LeftButton,
-                  type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton,
-                  Qt::NoModifier);
-    QApplication::sendEvent(w, &e);
-}
-
-void keyRelease(QWidget* w, int key) {
-    QKeyEvent e(QEvent::KeyRelease, key, Qt::NoModifier);
+void send(QWidget* w, QEvent::Type type, int key = 0) {
+    if (type == QEvent::KeyRelease) {
+        QKeyEvent e(type, key, Qt::NoModifier);
+        QApplication::sendEvent(w, &e);
+        return;
+    }
+    QMouseEvent e(type, QPointF(5, 5), w->mapToGlobal(QPointF(5, 5)), Qt::LeftButton,
+                  Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(w, &e);
 }
 
@@ -62,86 +56,52 @@ void keyRelease(QWidget* w, int key) {
 
 TEST(TestViews, SetDrawnBoundAndNamed) {
     Bench b;
-    b.frm().mnuTests.fireClick();
-    QApplication::processEvents();
     const int usable = QGuiApplication::primaryScreen()->availableGeometry().height();
+    QAccessible::setActive(true);
     for (const char* name : {"frmTest", "frmTestC", "frmTestG"}) {
         SCOPED_TRACE(name);
-        Form* f = b.session->forms.get(name);
-        ASSERT_NE(f, nullptr);
-        auto* v = dynamic_cast<FormWindow*>(f->view());
+        FormWindow* v = b.view(name);
         ASSERT_NE(v, nullptr);
         EXPECT_EQ(v->binding().report().join("\n").toStdString(), "");
-        EXPECT_EQ(v->window()->windowTitle(), f->caption());
         EXPECT_TRUE(v->window()->isVisible());
-        // The maximised state told the form the usable height; the window is back to normal.
-        EXPECT_EQ(f->height(), usable);
         EXPECT_FALSE(v->window()->isMaximized());
-        QAccessible::setActive(true);
-        QWidget* named = f->find("impicT") ? b.picture(name) : v->window();
+        EXPECT_EQ(b.session->forms.get(name)->height(), usable);
+        QWidget* named = name[7] ? b.picture(name) : v->window();
         ASSERT_NE(named, nullptr);
-        QAccessibleInterface* a = QAccessible::queryAccessibleInterface(named);
-        ASSERT_NE(a, nullptr);
-        EXPECT_FALSE(a->text(QAccessible::Name).isEmpty());
-        if (f->find("impicT")) {
-            EXPECT_EQ(named->accessibleDescription(), "impicT");
-        }
+        EXPECT_FALSE(
+            QAccessible::queryAccessibleInterface(named)->text(QAccessible::Name).isEmpty());
         EXPECT_TRUE(v->window()->grab().save(test::buildDir() + "/tests/" + name + ".png"));
     }
-    // The stripes are painted at their own size from the corner.
-    const QImage shot = b.window("frmTest")->grab().toImage();
-    EXPECT_EQ(shot.pixel(0, 0), qRgb(255, 255, 255));
-    EXPECT_EQ(shot.pixel(1, 0), qRgb(0, 0, 0));
-    EXPECT_EQ(shot.pixel(2, 5), qRgb(255, 255, 255));
-    // The bar picture shows the colour file: white at its left edge.
+    EXPECT_EQ(b.picture("frmTestC")->accessibleDescription(), "impicT");
+    // Stripes at their own size from the corner; the colour file's white bar at the left.
+    const QImage stripes = b.view("frmTest")->window()->grab().toImage();
+    EXPECT_EQ(stripes.pixel(0, 3), qRgb(255, 255, 255));
+    EXPECT_EQ(stripes.pixel(1, 3), qRgb(0, 0, 0));
     const QImage bars = b.picture("frmTestC")->grab().toImage();
-    EXPECT_EQ(bars.pixel(1, bars.height() / 2), qRgb(255, 255, 255));
+    EXPECT_EQ(bars.pixel(1, 3), qRgb(255, 255, 255));
 }
 
 TEST(TestViews, ReleasesDoubleClicksAndKeysReachTheWindows) {
     Bench b;
-    b.frm().mnuTests.fireClick();
-    QApplication::processEvents();
-    QWidget* test = b.window("frmTest");
-    ASSERT_NE(test, nullptr);
+    QWidget* test = b.view("frmTest")->window();
     const struct {
         QEvent::Type type;
-        int key;
-        int step;
-    } steps[] = {
-        {QEvent::MouseButtonRelease, 0, 1},  {QEvent::MouseButtonRelease, 0, 0},
-        {QEvent::MouseButtonDblClick, 0, 1}, {QEvent::KeyRelease, Qt::Key_Space, 0},
-        {QEvent::KeyRelease, Qt::Key_A, 0},  {QEvent::KeyRelease, Qt::Key_Space, 1},
-        {QEvent::MouseButtonPress, 0, 1},
-    };
+        int key, step;
+    } steps[] = {{QEvent::MouseButtonRelease, 0, 1},  {QEvent::MouseButtonRelease, 0, 0},
+                 {QEvent::MouseButtonDblClick, 0, 1}, {QEvent::KeyRelease, Qt::Key_Space, 0},
+                 {QEvent::KeyRelease, Qt::Key_A, 0},  {QEvent::MouseButtonPress, 0, 0}};
     for (const auto& s : steps) {
-        if (s.type == QEvent::KeyRelease)
-            keyRelease(test, s.key);
-        else
-            mouse(test, s.type);
+        send(test, s.type, s.key);
         EXPECT_EQ(b.st().SharpTestStep, s.step) << int(s.type) << " " << s.key;
     }
-    // The set's picture ignores the mouse; the grey window's background as well.
-    mouse(b.picture("frmTestC"), QEvent::MouseButtonRelease);
-    mouse(b.picture("frmTestG"), QEvent::MouseButtonRelease);
-    mouse(b.window("frmTestG"), QEvent::MouseButtonRelease);
-    EXPECT_NE(b.session->forms.get("frmTestC"), nullptr);
-    EXPECT_NE(b.session->forms.get("frmTestG"), nullptr);
-    keyRelease(test, Qt::Key_Escape);
-    EXPECT_EQ(b.session->forms.get("frmTest"), nullptr);
-    EXPECT_EQ(b.session->forms.get("frmTestC"), nullptr);
-    EXPECT_EQ(b.session->forms.get("frmTestG"), nullptr);
+    // In the set the pictures ignore the mouse; the colour window's background closes it.
+    send(b.picture("frmTestC"), QEvent::MouseButtonRelease);
+    send(b.picture("frmTestG"), QEvent::MouseButtonRelease);
+    EXPECT_NE(b.view("frmTestC"), nullptr);
+    send(b.view("frmTestC")->window(), QEvent::MouseButtonRelease);
+    EXPECT_EQ(b.view("frmTestC"), nullptr);
+    send(test, QEvent::KeyRelease, Qt::Key_Escape);
+    EXPECT_EQ(b.view("frmTest"), nullptr);
+    EXPECT_EQ(b.view("frmTestG"), nullptr);
     EXPECT_FALSE(b.frm().mnuTests.checked());
-}
-
-TEST(TestViews, AReleaseOnTheColourPictureClosesItBesideTheConsole) {
-    Bench b;
-    Form console("frmConsole");
-    console.move(100, 0, 600, 400);
-    TestBars(b.session->context).pictureClick(TestPicture::Color, console, {});
-    QApplication::processEvents();
-    ASSERT_NE(b.session->forms.get("frmTestC"), nullptr);
-    mouse(b.picture("frmTestC"), QEvent::MouseButtonRelease);
-    EXPECT_EQ(b.session->forms.get("frmTestC"), nullptr);
-    EXPECT_EQ(b.st().ColorTestStep, 0);
 }
