@@ -74,7 +74,7 @@ TEST(AppPresetList, PrintsTheTableToAPdfFile) {
     const QString pdf = out.filePath("table.pdf");
     App app(sim.link(), {"wait frmStart.cmdConnect 1 0 Connected", "click frmStart.mnuDatabase",
                          "wait frmSettings.cmdLoad 1 1 &Load", "key frmSettings Ctrl+Shift+P",
-                         "dialog " + pdf, "quit"});
+                         "dialog " + pdf, "nodialog", "quit"});
     ASSERT_TRUE(app.endsCleanly(40000)) << app.state().join('\n').toStdString();
     ASSERT_TRUE(QFile::exists(pdf));
     QProcess text;

@@ -226,6 +226,9 @@ UiScript::UiScript(Forms& forms, QStringList steps, std::function<bool()> busy)
             }
         return false;
     });
+    addVerb(QStringLiteral("nodialog"), [](const QStringList&) {
+        return !qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    });
     addVerb(QStringLiteral("quit"), [](const QStringList&) {
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
         return true;
