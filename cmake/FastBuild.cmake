@@ -32,6 +32,7 @@ set(_velmorak_unity_alone
     tests/e2e/PresetLoadTest.cpp        # bytesOf(), as AppStartUpTest.cpp
     tests/e2e/LaserTest.cpp             # frames(), as SerialLinkTest.cpp
     tests/laser/FrmLaserOmronTest.cpp   # open(), as FrmLaserTest.cpp
+    tests/registers/TransmitterMapTest.cpp # backs(), as RegisterMapTest.cpp
     tests/session/MemoryViewsTest.cpp   # viewOf(), as ViewTest.cpp
     tests/session/RLRegTest.cpp         # write(), as DatabaseFileTest.cpp
     tests/session/PollTest.cpp          # kProbe, as StartUpTest.cpp
