@@ -67,7 +67,7 @@ TEST(AppPermission, APortNobodyMayNotOpenIsExplainedWithItsFix) {
                         "the user's own";
     struct Case {
         const char* name;
-        gid_t group; // the device's group; -1: the tty group the pty was made with
+        gid_t group; // the device's group
         mode_t mode;
         const char* words; // after "Permission denied on <device>: "; empty: it connects
     };
