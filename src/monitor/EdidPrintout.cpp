@@ -2,13 +2,9 @@
 
 namespace velmorak {
 
-namespace {
-
 QString hex2(int v) {
     return QStringLiteral("%1").arg(v, 2, 16, QLatin1Char('0')).toUpper();
 }
-
-} // namespace
 
 std::vector<PrintText> rawEdidPrintout(const QByteArray& edid) {
     std::vector<PrintText> out;

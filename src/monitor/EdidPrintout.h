@@ -27,6 +27,9 @@ class PrintFailure : public std::runtime_error {
 
 constexpr int kPrintColumnTwips = 400;
 
+// A byte (or an address) in two upper-case hexadecimal digits.
+QString hex2(int v);
+
 // The raw EDID report: the title centred under a blank line, a header of column numbers, then
 // one line a 16-byte row: the address, ":", and each byte in two hexadecimal digits at its
 // column times 400 twips.

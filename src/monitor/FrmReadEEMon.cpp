@@ -4,6 +4,7 @@
 #include "forms/Forms.h"
 #include "link/CardState.h"
 #include "link/ModFunctions.h"
+#include "monitor/EdidPrintout.h"
 #include "monitor/MonitorWrite.h"
 #include "platform/Host.h"
 
@@ -13,10 +14,6 @@
 namespace velmorak {
 
 namespace {
-
-QString hex2(int v) {
-    return QStringLiteral("%1").arg(v, 2, 16, QLatin1Char('0')).toUpper();
-}
 
 QString hex(int v) {
     return QString::number(v, 16).toUpper();

@@ -11,7 +11,6 @@
 
 namespace velmorak {
 
-using detail::Connection;
 using detail::exec;
 using detail::quoteIdent;
 using detail::Stmt;
@@ -58,7 +57,7 @@ QString passwordOf(const QString& connect) {
     return {};
 }
 
-Database::Database(std::shared_ptr<Connection> c) : conn_(std::move(c)) {}
+Database::Database(std::shared_ptr<detail::Connection> c) : conn_(std::move(c)) {}
 
 Database::~Database() {
     Close();
@@ -70,7 +69,7 @@ std::unique_ptr<Database> Database::OpenDatabase(const QString& path, const QStr
         throw DbError(DbErr::FileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
     // Checked before the engine sees it, so that a file of another kind is never written to.
     if (!hasSqliteHeader(path)) throw badFormat(path);
-    auto c = std::make_shared<Connection>();
+    auto c = std::make_shared<detail::Connection>();
     c->path = path;
     if (sqlite3_open_v2(QFile::encodeName(path).constData(), &c->db, SQLITE_OPEN_READWRITE,
                         nullptr) != SQLITE_OK) {
@@ -100,7 +99,7 @@ std::unique_ptr<Database> Database::CreateDatabase(const QString& path, const QS
     if (QFileInfo::exists(path))
         throw DbError(DbErr::DatabaseExists,
                       QStringLiteral("Database already exists: '%1'.").arg(path));
-    auto c = std::make_shared<Connection>();
+    auto c = std::make_shared<detail::Connection>();
     c->path = path;
     if (sqlite3_open_v2(QFile::encodeName(path).constData(), &c->db,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) != SQLITE_OK) {

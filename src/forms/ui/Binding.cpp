@@ -56,13 +56,6 @@ bool bindableKind(QObject* o) {
            qobject_cast<SpinArrows*>(o);
 }
 
-QString withoutMnemonic(QString s) {
-    s.replace(QStringLiteral("&&"), QStringLiteral("\x01"));
-    s.remove(u'&');
-    s.replace(QStringLiteral("\x01"), QStringLiteral("&"));
-    return s;
-}
-
 // The text of the label whose buddy is w, if any.
 QString buddyText(QWidget* root, QWidget* w) {
     for (auto* l : root->findChildren<QLabel*>())

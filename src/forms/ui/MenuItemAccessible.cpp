@@ -9,6 +9,13 @@
 
 namespace velmorak {
 
+QString withoutMnemonic(QString s) {
+    s.replace(QStringLiteral("&&"), QStringLiteral("\x01"));
+    s.remove(u'&');
+    s.replace(QStringLiteral("\x01"), QStringLiteral("&"));
+    return s;
+}
+
 namespace {
 
 // The menu or menu bar that shows the action.
@@ -16,13 +23,6 @@ QWidget* shownIn(const QAction* a) {
     for (QObject* o : a->associatedObjects())
         if (qobject_cast<QMenu*>(o) || qobject_cast<QMenuBar*>(o)) return static_cast<QWidget*>(o);
     return nullptr;
-}
-
-QString withoutMnemonic(QString s) {
-    s.replace(QStringLiteral("&&"), QStringLiteral("\x01"));
-    s.remove(u'&');
-    s.replace(QStringLiteral("\x01"), QStringLiteral("&"));
-    return s;
 }
 
 class MenuItemAccessible : public QAccessibleInterface, public QAccessibleActionInterface {
