@@ -20,8 +20,8 @@ using velmorak::test::wree;
 
 namespace {
 
-struct Bench : ConsoleBench {
-    Bench() {
+struct ViewBench : ConsoleBench {
+    ViewBench() {
         views.add("frmConsole", buildFrmConsoleView);
         views.install(session->forms);
     }
@@ -48,7 +48,7 @@ void key(QWidget* w, int k) {
 } // namespace
 
 TEST(ConsoleView, EveryControlBoundAndNamed) {
-    Bench b;
+    ViewBench b;
     ASSERT_TRUE(b.start());
     FormWindow* v = b.show();
     ASSERT_NE(v, nullptr);
@@ -71,7 +71,7 @@ TEST(ConsoleView, EveryControlBoundAndNamed) {
 
 // Press and release on an arrow is one step and one write; the arrow keys do the same.
 TEST(ConsoleView, StepperTakesMouseAndKeys) {
-    Bench b;
+    ViewBench b;
     ASSERT_TRUE(b.start());
     usualCard(b);
     FormWindow* v = b.show();

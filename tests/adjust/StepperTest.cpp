@@ -10,14 +10,14 @@ using namespace velmorak;
 
 namespace {
 
-struct Bench {
+struct StepperBench {
     VirtualHost host;
     Form form{"frmX"};
     UcScrollChange& s = form.add<UcScrollChange>("ucX");
     int changes = 0;
     int lefts = 0;
     int rights = 0;
-    Bench() {
+    StepperBench() {
         form.setHost(&host);
         form.load();
         s.onPropertyChanged.connect([this](Prop p) {
@@ -55,7 +55,7 @@ TEST(Stepper, StepsStopShortOfTheSpanAndAtOne) {
     };
     for (const Row& r : table) {
         SCOPED_TRACE(testing::Message() << r.max << "/" << r.min << " from " << r.start);
-        Bench b;
+        StepperBench b;
         b.s.setMax(qint16(r.max));
         b.s.setMin(qint16(r.min));
         b.s.setOneStep(qint16(r.oneStep));
@@ -83,7 +83,7 @@ TEST(Stepper, NegativeValuesBecomeZeroAndTheLabelFollows) {
     };
     for (const Row& r : table) {
         SCOPED_TRACE(r.caption);
-        Bench b;
+        StepperBench b;
         b.s.setMax(qint16(r.max));
         b.s.setMin(qint16(r.min));
         b.s.setPercent(r.percent);
@@ -94,7 +94,7 @@ TEST(Stepper, NegativeValuesBecomeZeroAndTheLabelFollows) {
 }
 
 TEST(Stepper, ZeroSpanFailsThePercentOnly) {
-    Bench b;
+    StepperBench b;
     b.s.setMax(5);
     b.s.setMin(5);
     EXPECT_THROW(b.s.setValue(3), RunTimeError);
@@ -119,7 +119,7 @@ TEST(Stepper, LayoutAndStepWidth) {
     };
     for (const Row& r : table) {
         SCOPED_TRACE(testing::Message() << r.width << " " << r.max);
-        Bench b;
+        StepperBench b;
         b.s.setMax(qint16(r.max));
         b.s.setValue(qint16(r.value));
         b.s.resize(r.width, 20);
@@ -134,7 +134,7 @@ TEST(Stepper, LayoutAndStepWidth) {
 
 // Max and Min alone do not redraw the bar; the next Value does.
 TEST(Stepper, RangeChangesWaitForTheNextValue) {
-    Bench b;
+    StepperBench b;
     b.s.resize(300, 20);
     b.s.setMax(127);
     b.s.setValue(10);
@@ -159,7 +159,7 @@ TEST(Stepper, HeldArrowRepeatsAfter600ThenEvery200) {
     for (bool right : {false, true}) {
         for (const Row& r : table) {
             SCOPED_TRACE(testing::Message() << (right ? "right " : "left ") << r.ms);
-            Bench b;
+            StepperBench b;
             b.s.setValue(50);
             b.changes = 0;
             right ? b.s.rightDown() : b.s.leftDown();
@@ -183,7 +183,7 @@ TEST(Stepper, HeldArrowRepeatsAfter600ThenEvery200) {
 
 // A second press after a long one starts again with the first interval.
 TEST(Stepper, EveryPressStartsWithTheLongInterval) {
-    Bench b;
+    StepperBench b;
     b.s.setValue(100);
     b.s.leftDown();
     b.hold(900);
@@ -199,7 +199,7 @@ TEST(Stepper, EveryPressStartsWithTheLongInterval) {
 }
 
 TEST(Stepper, ArrowPicturesFollowThePress) {
-    Bench b;
+    StepperBench b;
     b.s.setPictureFolder("/app");
     struct Row {
         const char* left;
@@ -221,7 +221,7 @@ TEST(Stepper, ArrowPicturesFollowThePress) {
 }
 
 TEST(Stepper, DisabledTakesNoPress) {
-    Bench b;
+    StepperBench b;
     b.s.setValue(10);
     b.s.setEnabled(false);
     b.s.pressRight();

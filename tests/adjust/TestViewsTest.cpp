@@ -18,8 +18,8 @@ using namespace velmorak;
 
 namespace {
 
-struct Bench : test::SessionBench {
-    Bench() {
+struct BarViewsBench : test::SessionBench {
+    BarViewsBench() {
         // The bar files lie beside the database, as they may beside the program.
         for (const char* file : {"colorC.bmp", "colorG.bmp"})
             QFile::copy(test::buildDir() + "/" + file, dir.filePath(file));
@@ -55,7 +55,7 @@ void send(QWidget* w, QEvent::Type type, int key = 0) {
 } // namespace
 
 TEST(TestViews, SetDrawnBoundAndNamed) {
-    Bench b;
+    BarViewsBench b;
     const int usable = QGuiApplication::primaryScreen()->availableGeometry().height();
     QAccessible::setActive(true);
     for (const char* name : {"frmTest", "frmTestC", "frmTestG"}) {
@@ -82,7 +82,7 @@ TEST(TestViews, SetDrawnBoundAndNamed) {
 }
 
 TEST(TestViews, ReleasesDoubleClicksAndKeysReachTheWindows) {
-    Bench b;
+    BarViewsBench b;
     QWidget* test = b.view("frmTest")->window();
     const struct {
         QEvent::Type type;

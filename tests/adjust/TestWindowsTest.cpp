@@ -30,8 +30,8 @@ class MaximisingView : public FormView {
     ScopedConnection link_;
 };
 
-struct Bench : test::SessionBench {
-    Bench() {
+struct BarsBench : test::SessionBench {
+    BarsBench() {
         session->forms.setViewFactory([](Form& f) { return new MaximisingView(f); });
         EXPECT_TRUE(start());
     }
@@ -64,7 +64,7 @@ void act(FrmTest& t, Do d) {
 } // namespace
 
 TEST(TestWindows, SetOpensAtTheRightWithTheUsableHeightAndCloses) {
-    Bench b;
+    BarsBench b;
     b.frm().mnuTests.click();
     EXPECT_TRUE(b.frm().mnuTests.checked());
     EXPECT_EQ(b.st().TestBarsOn, 1);
@@ -105,7 +105,7 @@ TEST(TestWindows, InTheSetEachClickTogglesFullScreen) {
         {{Up, Up}, back, 0}, {{Dbl, Space}, back, 0}, {{Up, Dbl, Space}, kFull, 1},
     };
     for (const auto& c : cases) {
-        Bench b;
+        BarsBench b;
         b.frm().mnuTests.click();
         for (Do d : c.steps)
             act(b.test(), d);
@@ -132,7 +132,7 @@ TEST(TestWindows, BesideTheConsoleClicksCountToClosing) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        Bench b;
+        BarsBench b;
         b.click(TestPicture::Sharp, 100, c.width);
         EXPECT_EQ(rectOf(b.test()).left(), c.width == 600 ? 700 : 100 + 20 + 60 + 23);
         for (Do d : c.steps)
@@ -147,7 +147,7 @@ TEST(TestWindows, BesideTheConsoleClicksCountToClosing) {
 
 TEST(TestWindows, EscClosesAllThreeAndEveryKeyIsConsumed) {
     for (bool fromMenu : {true, false}) {
-        Bench b;
+        BarsBench b;
         if (fromMenu) {
             b.frm().mnuTests.click();
         } else {
@@ -182,7 +182,7 @@ TEST(TestWindows, BarWindowsCloseOnReleasesByTheirStep) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.name << " " << c.step << " " << c.where);
-        Bench b;
+        BarsBench b;
         qint16& step = c.name[7] == 'C' ? b.st().ColorTestStep : b.st().GrayTestStep;
         b.session->forms.show(c.name);
         step = qint16(c.step);
@@ -205,7 +205,7 @@ TEST(TestWindows, ConsolePicturesOpenSwitchCloseAndTellByTheirTips) {
         {1000, 100 + 20 + 60 + 23, 33, {{C, 5}, {G, 15}, {C, 5}, {C, 0}}},
     };
     for (const auto& c : cases) {
-        Bench b;
+        BarsBench b;
         for (const auto& [which, step] : c.clicks) {
             SCOPED_TRACE(testing::Message() << c.width << " step " << step);
             b.click(which, 100, c.width);
@@ -221,7 +221,7 @@ TEST(TestWindows, ConsolePicturesOpenSwitchCloseAndTellByTheirTips) {
             EXPECT_EQ(b.t().tip(G), step == 11 || step == 15 ? close : show);
         }
     }
-    Bench b;
+    BarsBench b;
     b.click(S, 900, 300);
     EXPECT_EQ(rectOf(b.test()), QRect(700, 0, 200, kUsable));
     EXPECT_EQ(b.t().tip(S), close);
@@ -236,7 +236,7 @@ TEST(TestWindows, ClosingTheConsoleClosesWhatItOpened) {
     } cases[] = {
         {false, true, true}, {false, true, false}, {false, false, true}, {true, false, false}};
     for (const auto& c : cases) {
-        Bench b;
+        BarsBench b;
         if (c.set) b.frm().mnuTests.click();
         if (c.sharp) b.click(TestPicture::Sharp, 100, 600);
         if (c.grey) b.click(TestPicture::Gray, 100, 600);
@@ -257,7 +257,7 @@ TEST(TestWindows, FlatPanelEntriesToggleOneFullScreenWindowEach) {
                  {"mnuGray", "frmTestG", &CardState::GrayTestStep}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.menu);
-        Bench b;
+        BarsBench b;
         auto& panel = dynamic_cast<FrmAD9888&>(b.session->forms.show("frmAD9888"));
         auto& item = panel.control<MenuItem>(c.menu);
         item.click(); // under a hidden menu: out of the user's reach
