@@ -60,20 +60,11 @@ TEST(Console, LoadRanges) {
         int reg1, reg2, tx32, tx33;     // the card
         Range coarse, hpoz;
     };
+    // clang-format off
     const Row table[] = {
         {"inside", 0x51, 0xF0, 0x20, 1, 0x51, 0x30, 0x30, 1, {1248, 1374, 51}, {161, 415, 143}},
         // H 448 is more than 254 above Min 161: the range ends at H.
-        {"H far right",
-         0x51,
-         0xF0,
-         0x20,
-         1,
-         0x51,
-         0x30,
-         0xC0,
-         1,
-         {1248, 1374, 51},
-         {194, 448, 254}},
+        {"H far right", 0x51, 0xF0, 0x20, 1, 0x51, 0x30, 0xC0, 1, {1248, 1374, 51}, {194, 448, 254}},
         // H 100 below Min 161: the range begins at H.
         {"H left", 0x51, 0xF0, 0x20, 1, 0x51, 0x30, 100, 0, {1248, 1374, 51}, {100, 354, 0}},
         // H equal to Min.
@@ -81,56 +72,17 @@ TEST(Console, LoadRanges) {
         // Factory H 100: no lower bound above 0, Max 227.
         {"low factory H", 0x51, 0xF0, 100, 0, 0x51, 0x30, 120, 0, {1248, 1374, 51}, {0, 227, 120}},
         // Factory H 450: Max stays 511.
-        {"high factory H",
-         0x51,
-         0xF0,
-         0xC2,
-         1,
-         0x51,
-         0x30,
-         0xC2,
-         1,
-         {1248, 1374, 51},
-         {323, 511, 127}},
+        {"high factory H", 0x51, 0xF0, 0xC2, 1, 0x51, 0x30, 0xC2, 1, {1248, 1374, 51}, {323, 511, 127}},
         // Factory divider 48: Min keeps its design 0, Max 111; the card at 50.
         {"low divider", 0x03, 0x00, 0x20, 1, 0x03, 0x20, 0x30, 1, {0, 111, 50}, {161, 415, 143}},
         // The card at 4090, above Max: the range is 4027..4095.
-        {"card divider high",
-         0x51,
-         0xF0,
-         0x20,
-         1,
-         0xFF,
-         0xA0,
-         0x30,
-         1,
-         {4027, 4095, 63},
-         {161, 415, 143}},
+        {"card divider high", 0x51, 0xF0, 0x20, 1, 0xFF, 0xA0, 0x30, 1, {4027, 4095, 63}, {161, 415, 143}},
         // The card at 1200, below Min: 1137..1263.
-        {"card divider low",
-         0x51,
-         0xF0,
-         0x20,
-         1,
-         0x4B,
-         0x00,
-         0x30,
-         1,
-         {1137, 1263, 63},
-         {161, 415, 143}},
+        {"card divider low", 0x51, 0xF0, 0x20, 1, 0x4B, 0x00, 0x30, 1, {1137, 1263, 63}, {161, 415, 143}},
         // The card at 40, below Min 1248: Min cannot go below 0.
-        {"card divider tiny",
-         0x51,
-         0xF0,
-         0x20,
-         1,
-         0x02,
-         0x80,
-         0x30,
-         1,
-         {0, 103, 40},
-         {161, 415, 143}},
+        {"card divider tiny", 0x51, 0xF0, 0x20, 1, 0x02, 0x80, 0x30, 1, {0, 103, 40}, {161, 415, 143}},
     };
+    // clang-format on
     for (const Row& r : table) {
         SCOPED_TRACE(r.what);
         ConsoleBench b;
